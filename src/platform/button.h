@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/control.h"
+
+namespace kivandra {
+
+class Button : public virtual Control {
+ public:
+  static constexpr ControlKind kKind = ControlKind::Button;
+
+  /// Pressed by mouse, keyboard or access key.
+  virtual void OnClick(std::function<void()> handler) = 0;
+};
+
+}  // namespace kivandra
