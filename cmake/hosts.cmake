@@ -1,0 +1,77 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Every host name that the program knows, once. Each is a cache variable with a default (override with -D) and reaches
+# the code as one generated header, `hosts.h`, whose shape is hosts.h.in beside this file.
+#
+# The product's site and the services that do not answer at the program's paths are served by the program
+# itself on loopback, from the folder site/. To put that folder on a web server, set KIVANDRA_PRODUCT_DOMAIN,
+# KIVANDRA_PRODUCT_SITE and KIVANDRA_FORWARDER_SITE.
+
+# --- The product's own site --------------------------------------------------------------------------------------
+set(KIVANDRA_SITE_PORT 14505 CACHE STRING "Loopback port on which the program serves the folder site/")
+set(KIVANDRA_PRODUCT_DOMAIN "kivandra.localhost" CACHE STRING
+    "Domain of the product's web site; the gate lets every address pass that contains it")
+set(KIVANDRA_PRODUCT_SITE "" CACHE STRING "Host and port of the product's web site; empty: the domain at the loopback port")
+set(KIVANDRA_FORWARDER_DOMAIN "answers.localhost" CACHE STRING "Domain under which the program serves its forwarders")
+set(KIVANDRA_FORWARDER_SITE "" CACHE STRING "Host and port of the forwarders; empty: their domain at the loopback port")
+set(KIVANDRA_SUPPORT_ADDRESS "support@kivandra.localhost" CACHE STRING "The maker's mail address, shown in the box of a failed start")
+
+# --- Search services: host, with a port if need be ---------------------------------------------------------------
+set(KIVANDRA_ENGLISH_QUESTION_HOST "" CACHE STRING "English question service; empty: the forwarders")
+set(KIVANDRA_SPANISH_QUESTION_HOST "" CACHE STRING "Spanish question service; empty: the forwarders")
+set(KIVANDRA_WORD_SEARCH_HOST "www.google.com" CACHE STRING "Word search of the address box")
+set(KIVANDRA_HOT_KEY_SEARCH_HOST "search.yahoo.com" CACHE STRING "Search of the F12 key")
+set(KIVANDRA_SEARCH_HOME_HOST "www.google.com" CACHE STRING "The search page that the gate lets pass without a page scan")
+
+# --- The gate's five trusted substrings --------------------------------------------------------------------------
+# Pieces of host names that the gate looks for anywhere in an address; the third is KIVANDRA_PRODUCT_DOMAIN.
+set(KIVANDRA_TRUSTED_SITE_1 "pbskids.org" CACHE STRING "Children's site; also tried on the frame's address box")
+set(KIVANDRA_TRUSTED_SITE_2 "kids.nationalgeographic.com" CACHE STRING "Children's site")
+set(KIVANDRA_TRUSTED_SITE_4 "starfall.com" CACHE STRING "Children's site")
+set(KIVANDRA_TRUSTED_SITE_5 "commonsensemedia.org" CACHE STRING "Family-internet site")
+
+# --- Rows of the word table that are hosts or addresses ----------------------------------------------------------
+# None may be empty: an empty row ends every walk through the table. They refuse sites that the table's words miss.
+# Bare domains; rows 48 and 54 are two domains written one after the other.
+set(KIVANDRA_BAD_WORDS_ROW_44 "playboy.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_48 "penthouse.comhustler.com" CACHE STRING "Refused hosts, joined")
+set(KIVANDRA_BAD_WORDS_ROW_51 "xvideos.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_52 "xhamster.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_53 "xnxx.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_54 "redtube.combrazzers.com" CACHE STRING "Refused hosts, joined")
+set(KIVANDRA_BAD_WORDS_ROW_75 "chaturbate.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_76 "onlyfans.com" CACHE STRING "Refused host")
+set(KIVANDRA_BAD_WORDS_ROW_77 "stripchat.com" CACHE STRING "Refused host")
+# Addresses with their scheme.
+set(KIVANDRA_BAD_WORDS_ROW_83 "https://www.google.com/search?q=fuck" CACHE STRING "Refused search for a swear word")
+set(KIVANDRA_BAD_WORDS_ROW_84 "https://spankbang.com" CACHE STRING "Refused home page")
+set(KIVANDRA_BAD_WORDS_ROW_85 "https://www.livejasmin.com" CACHE STRING "Refused home page")
+set(KIVANDRA_BAD_WORDS_ROW_86 "https://www.reddit.com/chat" CACHE STRING "Refused chat section of a portal")
+set(KIVANDRA_BAD_WORDS_ROW_87 "https://go.mail.ru/redir" CACHE STRING "Refused redirect path of a portal")
+
+# --- The header --------------------------------------------------------------------------------------------------
+# A variable left empty above stands for another; the answer is an ordinary variable, so that it follows that other.
+function(kivandra_host_or name fallback result)
+  if(${name} STREQUAL "")
+    set(${result} "${fallback}" PARENT_SCOPE)
+  else()
+    set(${result} "${${name}}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+kivandra_host_or(KIVANDRA_PRODUCT_SITE "${KIVANDRA_PRODUCT_DOMAIN}:${KIVANDRA_SITE_PORT}" productSite)
+kivandra_host_or(KIVANDRA_FORWARDER_SITE "${KIVANDRA_FORWARDER_DOMAIN}:${KIVANDRA_SITE_PORT}" forwarderSite)
+kivandra_host_or(KIVANDRA_ENGLISH_QUESTION_HOST "${forwarderSite}" englishQuestionHost)
+kivandra_host_or(KIVANDRA_SPANISH_QUESTION_HOST "${forwarderSite}" spanishQuestionHost)
+
+foreach(row 44 48 51 52 53 54 75 76 77 83 84 85 86 87)
+  if(KIVANDRA_BAD_WORDS_ROW_${row} STREQUAL "")
+    message(FATAL_ERROR "KIVANDRA_BAD_WORDS_ROW_${row} is empty; an empty row would end every walk through the word table")
+  endif()
+endforeach()
+foreach(name TRUSTED_SITE_1 TRUSTED_SITE_2 PRODUCT_DOMAIN TRUSTED_SITE_4 TRUSTED_SITE_5)
+  if(KIVANDRA_${name} STREQUAL "")
+    message(FATAL_ERROR "KIVANDRA_${name} is empty; every address contains the empty text, so all would pass the gate")
+  endif()
+endforeach()
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/hosts.h.in ${CMAKE_BINARY_DIR}/generated/hosts.h @ONLY)
