@@ -17,6 +17,7 @@ enum class ControlKind {
   Label,
   MdiClient,
   PageView,
+  PictureBox,
   SkinForm,
   StatusBar,
   TextBox,

@@ -14,6 +14,7 @@
 #include "platform/combo_box.h"
 #include "platform/label.h"
 #include "platform/page_view.h"
+#include "platform/picture_box.h"
 #include "platform/skin_form.h"
 #include "platform/status_bar.h"
 #include "platform/text_box.h"
@@ -187,6 +188,11 @@ class FakePageView : public FakeControl, public PageView {
   }
   void Stop() override { Say("Stop"); }
   std::string shown;
+};
+
+class FakePictureBox : public FakeControl, public PictureBox {
+ public:
+  using FakeControl::FakeControl;
 };
 
 class FakeTimer : public FakeControl, public Timer {

@@ -314,6 +314,9 @@ inline Control& FakeForm::FindControl(std::string_view name, ControlKind kind) {
     case ControlKind::PageView:
       made = std::make_unique<FakePageView>(full, journal);
       break;
+    case ControlKind::PictureBox:
+      made = std::make_unique<FakePictureBox>(full, journal);
+      break;
     case ControlKind::SkinForm:
       made = std::make_unique<FakeSkinForm>(full, journal);
       break;
