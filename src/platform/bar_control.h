@@ -33,6 +33,7 @@ struct BandData {
   BandKind kind = BandKind::ToolBar;
   std::string childBand;  ///< the band inside this one, or empty
   std::vector<ToolData> tools;
+  int row = 0;  ///< tool bars: place from the top, counted from 1
 };
 
 class Tool {

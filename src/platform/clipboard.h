@@ -10,8 +10,8 @@ class Clipboard {
   virtual ~Clipboard() = default;
 
   virtual void Clear() = 0;
-  /// Text on the clipboard, empty if there is none. Waits for the clipboard's owner, at most a second; events may run
-  /// inside.
+  /// Text on the clipboard, empty if there is none. Waits for the clipboard's owner, at most a second; events
+  /// may run inside.
   [[nodiscard]] virtual std::string GetText() = 0;
 };
 

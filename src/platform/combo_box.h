@@ -5,8 +5,8 @@
 
 namespace kivandra {
 
-/// A text field with a drop-down list. Items count from 0. Choosing an item puts its text into the field and raises
-/// OnClick; SetListIndex does the same without the event.
+/// A text field with a drop-down list. Items count from 0. Choosing an item puts its text into the field and
+/// raises OnClick; SetListIndex does the same without the event.
 class ComboBox : public virtual Control {
  public:
   static constexpr ControlKind kKind = ControlKind::ComboBox;

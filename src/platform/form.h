@@ -16,8 +16,8 @@ enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
 /// WindowManager: the session ends; MdiForm: its frame closes.
 enum class UnloadMode { ControlMenu = 0, Code = 1, WindowManager = 2, MdiForm = 4 };
 
-/// What a window tells its owner; all of it from the event loop or from inside the operation that causes it. The
-/// window may be unloaded inside any handler. No exception may leave a handler.
+/// What a window tells its owner; all of it from the event loop or from inside the operation that causes it.
+/// The window may be unloaded inside any handler. No exception may leave a handler.
 class FormEvents {
  public:
   virtual ~FormEvents() = default;
@@ -34,9 +34,9 @@ class FormEvents {
   virtual void Form_Unload() {}
 };
 
-/// One window, made from its form file. Lengths are twips. For a child window Left and Top count from the corner of
-/// the area; for a top window they are wishes that the desktop may ignore. Every operation but Loaded throws
-/// PlatformError once the window is unloaded.
+/// One window, made from its form file. Lengths are twips. For a child window Left and Top count from the
+/// corner of the area; for a top window they are wishes that the desktop may ignore. Every operation but
+/// Loaded throws PlatformError once the window is unloaded.
 class Form {
  public:
   virtual ~Form() = default;
@@ -54,8 +54,8 @@ class Form {
   virtual void SetVisible(bool visible) = 0;
   /// Shows the window and runs events until it is hidden or unloaded; other windows take no input meanwhile.
   virtual void ShowModal() = 0;
-  /// Asks (Form_QueryUnload, mode Code), tells (Form_Unload) and takes the window away. False if the owner cancelled.
-  /// Does nothing and returns true for a window that is unloaded or in the middle of it.
+  /// Asks (Form_QueryUnload, mode Code), tells (Form_Unload) and takes the window away. False if the owner
+  /// cancelled. Does nothing and returns true for a window that is unloaded or in the middle of it.
   virtual bool Unload() = 0;
   /// In front of its siblings, and active if it is visible.
   virtual void BringToFront() = 0;
@@ -76,7 +76,8 @@ class Form {
   [[nodiscard]] virtual Twips ScaleWidth() const = 0;
   [[nodiscard]] virtual Twips ScaleHeight() const = 0;
 
-  /// The control of this name and kind; lives as long as the form. Throws PlatformError if the form file has none.
+  /// The control of this name and kind; lives as long as the form. Throws PlatformError if the form file has
+  /// none.
   virtual Control& FindControl(std::string_view name, ControlKind kind) = 0;
   template <typename T>
   T& Get(std::string_view name) {
@@ -89,8 +90,8 @@ class Forms {
  public:
   virtual ~Forms() = default;
 
-  /// Makes the window from its form file, hidden. A form whose file makes it a child window lies in the area of the
-  /// loaded frame. Throws PlatformError if there is no such file or it is broken.
+  /// Makes the window from its form file, hidden. A form whose file makes it a child window lies in the area
+  /// of the loaded frame. Throws PlatformError if there is no such file or it is broken.
   virtual std::shared_ptr<Form> Load(const std::string& name) = 0;
   /// Every loaded window in the order of loading.
   [[nodiscard]] virtual std::vector<std::shared_ptr<Form>> Loaded() const = 0;

@@ -28,8 +28,8 @@ class InstanceCalls {
  public:
   virtual ~InstanceCalls() = default;
 
-  /// Creates or opens the mutex; GetLastError then tells ERROR_ALREADY_EXISTS if another process of this user holds
-  /// it. The system frees it when the process ends, however it ends. 0 if it can't be made at all.
+  /// Creates or opens the mutex; GetLastError then tells ERROR_ALREADY_EXISTS if another process of this user
+  /// holds it. The system frees it when the process ends, however it ends. 0 if it can't be made at all.
   virtual Handle CreateMutexA(const std::string& name, bool initialOwner) = 0;
   /// Error of the last CreateMutexA, 0 for none.
   [[nodiscard]] virtual unsigned long GetLastError() const = 0;

@@ -9,8 +9,8 @@ class InternetSession {
  public:
   virtual ~InternetSession() = default;
 
-  /// Sets an option of the engine's network layer. INTERNET_OPTION_END_BROWSER_SESSION drops session cookies and
-  /// logins; it is done, or given up, when the call returns.
+  /// Sets an option of the engine's network layer. INTERNET_OPTION_END_BROWSER_SESSION drops session cookies
+  /// and logins; it is done, or given up, when the call returns.
   virtual void InternetSetOptionA(int option) = 0;
 };
 

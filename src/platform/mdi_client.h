@@ -19,8 +19,8 @@ class MdiClient : public virtual Control {
 
   /// The child in front, or null if there is none. A hidden child is never active, a minimised one can be.
   [[nodiscard]] virtual Form* ActiveForm() const = 0;
-  /// WM_MDITILE (wParam 0 vertical, 1 horizontal), WM_MDICASCADE, WM_MDIICONARRANGE. Minimised children keep out of
-  /// tiling and cascading.
+  /// WM_MDITILE (wParam 0 vertical, 1 horizontal), WM_MDICASCADE, WM_MDIICONARRANGE. Minimised children keep
+  /// out of tiling and cascading.
   virtual void SendMessageA(unsigned message, unsigned wParam, long lParam) = 0;
 };
 

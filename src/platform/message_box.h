@@ -20,9 +20,10 @@ class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
 
-  /// Shows a box and runs events until it is answered; closing it counts as Ok, in a Yes/No box as No. An empty title
-  /// means that the box has no title of its own and bears the program's name.
-  virtual MsgBoxResult MsgBox(const std::string& text, int style = kMsgOkOnly, const std::string& title = {}) = 0;
+  /// Shows a box and runs events until it is answered; closing it counts as Ok, in a Yes/No box as No. An
+  /// empty title means that the box has no title of its own and bears the program's name.
+  virtual MsgBoxResult MsgBox(const std::string& text, int style = kMsgOkOnly,
+                              const std::string& title = {}) = 0;
 };
 
 }  // namespace kivandra

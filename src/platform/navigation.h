@@ -8,8 +8,9 @@ namespace kivandra {
 
 /// One question of the engine: may this address be loaded? It owns the engine's held decision.
 ///
-/// Unanswered means refused: the destructor refuses, so a closed window, a dropped fetch or an exception never lets a
-/// page in. The first answer counts; every later one does nothing. Answers never throw and run no event inside.
+/// Unanswered means refused: the destructor refuses, so a closed window, a dropped fetch or an exception
+/// never lets a page in. The first answer counts; every later one does nothing. Answers never throw and run
+/// no event inside.
 class Navigation {
  public:
   Navigation() = default;
@@ -23,8 +24,9 @@ class Navigation {
   virtual void Refuse() = 0;
   /// True until the question is answered or the engine no longer waits for it.
   [[nodiscard]] virtual bool Pending() const = 0;
-  /// Called once if the engine gives the question up before it is answered (a newer load, Stop, a closed window): the
-  /// judge should drop what it does for it, and its verdict would have no effect. The last handler set counts.
+  /// Called once if the engine gives the question up before it is answered (a newer load, Stop, a closed
+  /// window): the judge should drop what it does for it, and its verdict would have no effect. The last
+  /// handler set counts.
   virtual void OnDropped(std::function<void()> handler) = 0;
 };
 

@@ -21,8 +21,8 @@ class ScriptObject {
     bool isProperty;  ///< a property is read and assigned, anything else is called
   };
   [[nodiscard]] virtual std::vector<Member> Members() const = 0;
-  /// Calls a method or reads a property (no arguments) or assigns it (one argument). Throws PlatformError for an
-  /// unknown member or a wrong argument; the page's promise is then rejected. Windows may open inside.
+  /// Calls a method or reads a property (no arguments) or assigns it (one argument). Throws PlatformError for
+  /// an unknown member or a wrong argument; the page's promise is then rejected. Windows may open inside.
   virtual ScriptValue Invoke(std::string_view member, const std::vector<ScriptValue>& arguments) = 0;
 };
 

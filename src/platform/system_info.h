@@ -25,7 +25,8 @@ class SystemInfo {
   [[nodiscard]] virtual std::string GetSystemDirectoryA() const = 0;
   /// Version of the browser engine.
   [[nodiscard]] virtual DllVersionInfo DllGetVersion() const = 0;
-  /// Today's date by a pattern of d, m, yyyy and the separator "/", which becomes the system's own date separator.
+  /// Today's date by a pattern of d, m, yyyy and the separator "/", which becomes the system's own date
+  /// separator.
   [[nodiscard]] virtual std::string FormatToday(const std::string& pattern) const = 0;
 };
 

@@ -5,9 +5,9 @@
 
 namespace kivandra {
 
-/// A timer of a form. Interval and first state are design-time data. While enabled it ticks again and again, from
-/// the event loop; setting an enabled timer enabled again changes nothing. Its geometry, focus and visibility mean
-/// nothing. It ends with its form.
+/// A timer of a form. Interval and first state are design-time data. While enabled it ticks again and again,
+/// from the event loop; setting an enabled timer enabled again changes nothing. Its geometry, focus and
+/// visibility mean nothing. It ends with its form.
 class Timer : public virtual Control {
  public:
   static constexpr ControlKind kKind = ControlKind::Timer;

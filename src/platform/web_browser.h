@@ -31,9 +31,9 @@ class PageFrame {
 
 class WebBrowser;
 
-/// What a browser control tells the window that owns it. The events come from the event loop, except BeforeNavigate2
-/// for a load that the program itself begins, which is raised inside Navigate, GoBack, GoForward and Refresh. A
-/// handler may close the window. No exception may leave a handler.
+/// What a browser control tells the window that owns it. The events come from the event loop, except
+/// BeforeNavigate2 for a load that the program itself begins, which is raised inside Navigate, GoBack,
+/// GoForward and Refresh. A handler may close the window. No exception may leave a handler.
 class WebBrowserEvents {
  public:
   virtual ~WebBrowserEvents() = default;
@@ -49,8 +49,8 @@ class WebBrowserEvents {
   virtual void StatusTextChange(const std::string& Text) = 0;
   /// Command 1 is "can go forward", 2 is "can go back", others may come.
   virtual void CommandStateChange(long Command, bool Enable) = 0;
-  /// A page asks for a new window. The handler sets Cancel, or gives in ppDisp the control of a new window in which
-  /// the engine opens the page; neither means that no window opens.
+  /// A page asks for a new window. The handler sets Cancel, or gives in ppDisp the control of a new window in
+  /// which the engine opens the page; neither means that no window opens.
   virtual void NewWindow2(WebBrowser*& ppDisp, bool& Cancel) = 0;
   virtual void OnQuit() = 0;
   virtual void OnVisible(bool Visible) = 0;
@@ -85,10 +85,13 @@ class WebBrowser : public virtual PageView {
   /// The one receiver of the events, or null. It must outlive the control or be taken back with null.
   virtual void SetEvents(WebBrowserEvents* events) = 0;
 
-  // Navigate of PageView: raises BeforeNavigate2 inside the call; the load begins when that navigation is allowed.
-  virtual void GoBack() = 0;     ///< raises BeforeNavigate2 inside; throws PlatformError if there is no page behind
-  virtual void GoForward() = 0;  ///< raises BeforeNavigate2 inside; throws PlatformError if there is no page before
-  virtual void Refresh() = 0;    ///< raises BeforeNavigate2 inside
+  // Navigate of PageView: raises BeforeNavigate2 inside the call; the load begins when that navigation is
+  // allowed.
+  virtual void
+  GoBack() = 0;  ///< raises BeforeNavigate2 inside; throws PlatformError if there is no page behind
+  virtual void
+  GoForward() = 0;  ///< raises BeforeNavigate2 inside; throws PlatformError if there is no page before
+  virtual void Refresh() = 0;  ///< raises BeforeNavigate2 inside
   // Stop of PageView: ends the load; every held navigation of this control is dropped and refused.
 
   /// Address of the page that is shown; empty before the first page.
@@ -98,8 +101,8 @@ class WebBrowser : public virtual PageView {
   /// Whether a page is being loaded or judged.
   [[nodiscard]] virtual bool Busy() const = 0;
 
-  /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. Dialogs may run
-  /// events inside. Commands that the engine does not know throw PlatformError.
+  /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. Dialogs
+  /// may run events inside. Commands that the engine does not know throw PlatformError.
   virtual void ExecWB(int command, int option) = 0;
   virtual void SetRegisterAsBrowser(bool value) = 0;
   /// Offers `object` to the scripts of the current and every later page under `name`; null takes it away.
