@@ -13,9 +13,9 @@ class KeyboardHook {
 
   /// Gets every key press, repeat and release while a window of the program has the focus. `code` is 0 for a
   /// key that is to be handled, anything else for one that is only looked at. `key` is a code of winuser.h
-  /// (KeyCode). `shift` is the state of the modifiers at that moment: 1 Shift, 2 Ctrl, 4 Alt. True eats the
-  /// key; false lets it go on to where the system would bring it. Events may run inside, so the hook may be
-  /// called again before it returns.
+  /// (KeyCode), never 0: a key that has no such code is not told. `shift` is the state of the modifiers at
+  /// that moment: 1 Shift, 2 Ctrl, 4 Alt. True eats the key; false lets it go on to where the system would
+  /// bring it. Events may run inside, so the hook may be called again before it returns.
   using Procedure = std::function<bool(int code, int key, bool up, int shift)>;
 
   /// Installs the one hook; its handle, or 0 if that fails.
