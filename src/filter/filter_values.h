@@ -9,8 +9,8 @@ namespace kivandra {
 
 // The process-wide values of the filter: plain values, read and written directly, on the one thread.
 
-/// Forbidden words and addresses: case-sensitive substrings of an address, whole words of a page in any case. Grows
-/// only: the built-in rows, the disallowed list, what the panel adds.
+/// Forbidden words and addresses: case-sensitive substrings of an address, whole words of a page in any case.
+/// Grows only: the built-in rows, the disallowed list, what the panel adds.
 inline BadWordsTable BadWords;
 /// Substrings of an address that outrank BadWords. Grows only: the allowed list, session grants.
 inline AllowedDomainsTable AllowedDomains;

@@ -11,8 +11,11 @@ namespace {
 
 constexpr std::string_view kBlankStartAddress = "http:///";
 
-// Every test on an address is a case-sensitive search of the whole text for a substring, with no parsing into parts.
-bool Contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+// Every test on an address is a case-sensitive search of the whole text for a substring, with no parsing into
+// parts.
+bool Contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
 
 // Rows in table order, to the first empty row or the table's last; which row hit is of no interest.
 template <std::size_t Rows>
@@ -27,9 +30,10 @@ bool ContainsARow(std::string_view url, const Table<Rows>& table) {
 
 }  // namespace
 
-AddressJudgement JudgeAddress(std::string_view url, std::string_view frameAddressText, bool startupTimerRunning,
-                              bool backBypass, bool mailDisabled, bool filterEnabled,
-                              const AllowedDomainsTable& allowedDomains, const BadWordsTable& badWords) {
+AddressJudgement JudgeAddress(std::string_view url, std::string_view frameAddressText,
+                              bool startupTimerRunning, bool backBypass, bool mailDisabled,
+                              bool filterEnabled, const AllowedDomainsTable& allowedDomains,
+                              const BadWordsTable& badWords) {
   // 1: the blank start address of the browser control, exactly
   if (url == kBlankStartAddress) {
     return {1, GateVerdict::PassEarly};
@@ -38,8 +42,8 @@ AddressJudgement JudgeAddress(std::string_view url, std::string_view frameAddres
   if (Contains(url, hosts::kTrustedSite1)) {
     return {2, GateVerdict::PassEarly};
   }
-  // 3: that same site in the frame's address box. kept on purpose: the box and not the address, so that while it
-  // holds the first trusted site every navigation of every window passes
+  // 3: that same site in the frame's address box. kept on purpose: the box and not the address, so that while
+  // it holds the first trusted site every navigation of every window passes
   if (Contains(frameAddressText, hosts::kTrustedSite1)) {
     return {3, GateVerdict::PassEarly};
   }
@@ -108,12 +112,12 @@ GateVerdict JudgePage(std::string_view page, const BadWordsTable& badWords) {
   return GateVerdict::PassScanned;
 }
 
-GateVerdict DecideNavigation(const std::string& url, const std::string& frameAddressText, bool startupTimerRunning,
-                             bool backBypass, bool mailDisabled, bool filterEnabled,
+GateVerdict DecideNavigation(const std::string& url, const std::string& frameAddressText,
+                             bool startupTimerRunning, bool backBypass, bool mailDisabled, bool filterEnabled,
                              const AllowedDomainsTable& allowedDomains, const BadWordsTable& badWords,
                              const FetchPage& fetchPage) {
-  const AddressJudgement address = JudgeAddress(url, frameAddressText, startupTimerRunning, backBypass, mailDisabled,
-                                                filterEnabled, allowedDomains, badWords);
+  const AddressJudgement address = JudgeAddress(url, frameAddressText, startupTimerRunning, backBypass,
+                                                mailDisabled, filterEnabled, allowedDomains, badWords);
   if (address.verdict) {
     return *address.verdict;
   }

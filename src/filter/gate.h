@@ -24,8 +24,9 @@ class GateVerdict {
   };
 
   GateVerdict() = delete;
-  constexpr GateVerdict(Value value) : value_(value) {}  // NOLINT(google-explicit-constructor): reads as its value
-  constexpr operator Value() const { return value_; }    // NOLINT(google-explicit-constructor)
+  constexpr GateVerdict(Value value)
+      : value_(value) {}  // NOLINT(google-explicit-constructor): reads as its value
+  constexpr operator Value() const { return value_; }  // NOLINT(google-explicit-constructor)
 
  private:
   Value value_;
@@ -45,10 +46,12 @@ inline constexpr int kCaptionRule = 13;  ///< a run that comes this far resets t
 inline constexpr int kLogoRule = 16;     ///< a run that comes this far animates the logo, before any fetch
 inline constexpr int kPageRule = 19;     ///< judges the page
 
-/// The whole decision on a navigation, rules 1 to 20; it touches nothing but its arguments. `fetchPage` is called at
-/// most once, and only if no rule on the address applies; a page that it can't give is judged as an empty one.
+/// The whole decision on a navigation, rules 1 to 20; it touches nothing but its arguments. `fetchPage` is
+/// called at most once, and only if no rule on the address applies; a page that it can't give is judged as an
+/// empty one.
 ///
-/// It is the composition of JudgeAddress and JudgePage, which a caller that can't wait for a fetch runs apart.
+/// It is the composition of JudgeAddress and JudgePage, which a caller that can't wait for a fetch runs
+/// apart.
 [[nodiscard]] GateVerdict DecideNavigation(const std::string& url, const std::string& frameAddressText,
                                            bool startupTimerRunning, bool backBypass, bool mailDisabled,
                                            bool filterEnabled, const AllowedDomainsTable& allowedDomains,
@@ -60,7 +63,8 @@ inline constexpr int kPageRule = 19;     ///< judges the page
                                             bool filterEnabled, const AllowedDomainsTable& allowedDomains,
                                             const BadWordsTable& badWords);
 
-/// Rules 19 and 20: Block or PassScanned. `page` is the page's whole source in UTF-8; empty if it can't be had.
+/// Rules 19 and 20: Block or PassScanned. `page` is the page's whole source in UTF-8; empty if it can't be
+/// had.
 [[nodiscard]] GateVerdict JudgePage(std::string_view page, const BadWordsTable& badWords);
 
 }  // namespace kivandra

@@ -32,7 +32,8 @@ class GateFrame {
   [[nodiscard]] virtual bool StartUpEnabled() const = 0;
 };
 
-/// What the gate asks of the child window whose navigation it judges. Every operation may throw PlatformError.
+/// What the gate asks of the child window whose navigation it judges. Every operation may throw
+/// PlatformError.
 class GateWindow {
  public:
   virtual ~GateWindow() = default;
@@ -45,22 +46,26 @@ class GateWindow {
   virtual void SetWindowState(enum WindowState state) = 0;
 };
 
-/// The gate as the windows see it: asks DecideNavigation's two halves and carries out the effects of the verdict.
+/// The gate as the windows see it: asks DecideNavigation's two halves and carries out the effects of the
+/// verdict.
 ///
-/// Invariant: a navigation is allowed by a passing verdict on its own address and by nothing else. One that is
-/// dropped, whose window has gone, that an exception cuts off or that is still held when the gate ends is refused.
-/// While a page is on its way the window lives on and other navigations, of this window and of others, are judged.
+/// Invariant: a navigation is allowed by a passing verdict on its own address and by nothing else. One that
+/// is dropped, whose window has gone, that an exception cuts off or that is still held when the gate ends is
+/// refused. While a page is on its way the window lives on and other navigations, of this window and of
+/// others, are judged.
 class NavigationGate {
  public:
   /// All of them must outlive the gate.
-  NavigationGate(GateFrame& frame, PageFetch& fetch, MessageBoxes& boxes, Sound& sound, RegistryCalls& registry);
+  NavigationGate(GateFrame& frame, PageFetch& fetch, MessageBoxes& boxes, Sound& sound,
+                 RegistryCalls& registry);
   NavigationGate(const NavigationGate&) = delete;
   NavigationGate& operator=(const NavigationGate&) = delete;
   ~NavigationGate();
 
-  /// Judges the navigation and answers it, inside the call or, if its page must be seen, later from the event loop.
-  /// Only one box can run events inside: that of a refused mail link.
-  void BeforeNavigate2(const std::shared_ptr<GateWindow>& window, const std::shared_ptr<Navigation>& navigation);
+  /// Judges the navigation and answers it, inside the call or, if its page must be seen, later from the event
+  /// loop. Only one box can run events inside: that of a refused mail link.
+  void BeforeNavigate2(const std::shared_ptr<GateWindow>& window,
+                       const std::shared_ptr<Navigation>& navigation);
 
   /// Number of navigations whose page is on its way.
   [[nodiscard]] std::size_t HeldNavigations() const { return held_.size(); }

@@ -9,8 +9,8 @@
 
 namespace kivandra {
 
-/// A fixed table of texts whose rows are counted from 1. An empty row is unused, and the first empty row ends every
-/// walk.
+/// A fixed table of texts whose rows are counted from 1. An empty row is unused, and the first empty row ends
+/// every walk.
 template <std::size_t Rows>
 class Table {
  public:
