@@ -100,6 +100,8 @@ class WebBrowser : public virtual PageView {
   [[nodiscard]] virtual std::string LocationName() const = 0;
   /// Whether a page is being loaded or judged.
   [[nodiscard]] virtual bool Busy() const = 0;
+  /// The page that is shown, as the events speak of it; null if there is none to speak of.
+  [[nodiscard]] virtual PageFrame* Page() { return nullptr; }
 
   /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. Dialogs
   /// may run events inside. Commands that the engine does not know throw PlatformError.

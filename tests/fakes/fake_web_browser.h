@@ -112,6 +112,7 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   [[nodiscard]] std::string LocationURL() const override { return locationURL; }
   [[nodiscard]] std::string LocationName() const override { return locationName; }
   [[nodiscard]] bool Busy() const override { return busy; }
+  [[nodiscard]] PageFrame* Page() override { return &top; }
   void ExecWB(int command, int option) override {
     Say("ExecWB " + std::to_string(command) + ", " + std::to_string(option));
     if (onExec) {
