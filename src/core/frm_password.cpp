@@ -71,7 +71,11 @@ void frmPassword::cmdOK_Click() {
     attempt([&] { form->Unload(); });
   } else if (right) {
     // 4. The panel.
-    attempt([&] { services_.showOptions(); });
+    attempt([&] {
+      if (services_.showOptions) {
+        services_.showOptions();
+      }
+    });
     attempt([&] {
       PlayProgramSound(services_.registry, services_.sound, services_.system, "accessgranted.wav");
     });

@@ -25,7 +25,7 @@ class frmPassword : public FormEvents {
     Sound& sound;
     const SystemInfo& system;
     SessionGrant& grant;
-    std::function<void()> showOptions;  ///< opens the parent's panel
+    std::function<void()> showOptions;  ///< opens the parent's panel; may be empty
   };
   explicit frmPassword(Services services);
   ~frmPassword() override;

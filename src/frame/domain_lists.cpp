@@ -34,10 +34,7 @@ void LoadDomainLists(RegistryCalls& calls, EventLoop& events, const std::string&
     events.WaitForEvents();
   }
   // 2. Behind the last used row.
-  int row = 1;
-  while (row <= BadWords.Rows() && !BadWords[row].empty()) {
-    ++row;
-  }
+  std::size_t row = BadWords.FirstEmptyRow();
   cRegistry registry(calls, programFileName);
   registry.SetClassKey(HKEY_CLASSES_ROOT);
   // 3 and 4. A row past a table's end stores nothing, and the walk goes on.
@@ -45,7 +42,7 @@ void LoadDomainLists(RegistryCalls& calls, EventLoop& events, const std::string&
     attempt([&] { BadWords[row] = text; });
     ++row;
   });
-  int allowedRow = 1;
+  std::size_t allowedRow = 1;
   WalkList(registry, kAllowedSection, [&allowedRow](const std::string& text) {
     attempt([&] { AllowedDomains[allowedRow] = text; });
     ++allowedRow;

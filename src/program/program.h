@@ -9,6 +9,7 @@
 #include "platform/form.h"
 #include "platform/instance_calls.h"
 #include "platform/internet_session.h"
+#include "platform/keyboard_hook.h"
 #include "platform/message_box.h"
 #include "platform/page_fetch.h"
 #include "platform/registry_calls.h"
@@ -30,6 +31,7 @@ struct Platform {
   PageFetch& inet1;
   Clipboard& clipboard;
   InternetSession& session;
+  KeyboardHook& keyboard;
 };
 
 /// The whole program: makes every object once and joins them.

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frame/frm_main.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "frame/bars.h"
+#include "platform/platform_error.h"
+#include "platform/skin_form.h"
+#include "platform/timer.h"
+#include "support/attempt.h"
+
+namespace kivandra {
+
+frmMain::frmMain(FrameServices services) : services_(std::move(services)) {}
+
+frmMain::~frmMain() {
+  if (form_ && form_->Loaded()) {
+    form_->SetEvents(nullptr);
+  }
+}
+
+void frmMain::Load() {
+  if (form_ && form_->Loaded()) {
+    return;
+  }
+  form_ = services_.forms.Load("frmMain");
+  form_->SetEvents(this);
+  WireControls();
+  try {
+    MDIForm_Load();
+  } catch (const PlatformError& error) {
+    services_.boxes.MsgBox(std::to_string(error.Number()) + " - " + error.what());
+  }
+}
+
+void frmMain::WireControls() {
+  BonusBar().Lay(BonusBarData());
+  BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
+  TheAddress().OnKeyDown([this](int keyCode) {
+    if (keyCode != kKeyReturn) {
+      return false;
+    }
+    GoAddress();
+    return true;
+  });
+  TheAddress().OnClick([this] { GoAddress(); });
+  TimerOf("StartUp").OnTimer([this] { TimerOf("StartUp").SetEnabled(false); });
+  TimerOf("CloseMe").OnTimer([this] { TimerOf("CloseMe").SetEnabled(false); });
+  TimerOf("timerTips").OnTimer([this] {
+    attempt([&] {
+      if (services_.showTip) {
+        services_.showTip();
+      }
+    });
+    TimerOf("timerTips").SetEnabled(false);
+  });
+  // kept on purpose: Greet ticks for ever and does nothing; BannerTimer, BackForward and ShutDown have no
+  // handler.
+}
+
+void frmMain::SetVisible(bool visible) { Window().SetVisible(visible); }
+
+Form& frmMain::Window() const {
+  if (!form_) {
+    throw PlatformError(kObjectNotSet, "Object variable not set");
+  }
+  return *form_;
+}
+
+BarControl& frmMain::BonusBar() const { return Window().Get<BarControl>("BonusBar"); }
+ComboBox& frmMain::TheAddress() const { return Window().Get<ComboBox>("TheAddress"); }
+StatusBar& frmMain::Status() const { return Window().Get<StatusBar>("Status"); }
+PageView& frmMain::WebBrowser2() const { return Window().Get<PageView>("WebBrowser2"); }
+PageView& frmMain::Banner() const { return Window().Get<PageView>("brwBanner"); }
+MdiClient& frmMain::MDIClient() const { return Window().Get<MdiClient>("MDIClient"); }
+Timer& frmMain::TimerOf(const char* name) const { return Window().Get<Timer>(name); }
+
+bool frmMain::StartUpEnabled() const { return TimerOf("StartUp").Enabled(); }
+
+std::shared_ptr<frmBrowser> frmMain::ActiveForm() const {
+  const Form* active = MDIClient().ActiveForm();
+  const auto child = std::find_if(children_.begin(), children_.end(),
+                                  [active](const auto& each) { return &each->Window() == active; });
+  return child == children_.end() ? nullptr : *child;
+}
+
+frmBrowser& frmMain::ActiveChild() const {
+  const auto child = ActiveForm();
+  if (!child) {
+    throw PlatformError(kObjectNotSet, "Object variable not set");
+  }
+  return *child;
+}
+
+std::shared_ptr<frmBrowser> frmMain::NewChild() {
+  auto child = services_.makeChild();
+  children_.push_back(child);
+  return child;
+}
+
+void frmMain::ChildUnloaded(const frmBrowser& child) {
+  children_.erase(std::remove_if(children_.begin(), children_.end(),
+                                 [&child](const auto& each) { return each.get() == &child; }),
+                  children_.end());
+}
+
+void frmMain::ApplySkin(const std::string& path) {
+  attempt([&] { Window().Get<SkinForm>("SkinForm1").SetSkinFile(path); });
+}
+
+}  // namespace kivandra

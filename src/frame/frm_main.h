@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "browser/frm_browser.h"
+#include "core/application.h"
+#include "platform/event_loop.h"
+#include "platform/form.h"
+#include "platform/instance_calls.h"
+#include "platform/internet_session.h"
+#include "platform/keyboard_hook.h"
+#include "platform/mdi_client.h"
+#include "platform/message_box.h"
+#include "platform/page_view.h"
+#include "platform/picture_box.h"
+#include "platform/registry_calls.h"
+#include "platform/sound.h"
+#include "platform/system_info.h"
+#include "support/keyboard_events.h"
+
+namespace kivandra {
+
+/// What the frame needs; all of it outlives the frame.
+struct FrameServices {
+  Forms& forms;
+  EventLoop& events;
+  MessageBoxes& boxes;
+  RegistryCalls& registry;
+  InstanceCalls& instance;
+  InternetSession& session;
+  Sound& sound;
+  KeyboardHook& keyboard;
+  const SystemInfo& system;
+  Application& application;                                ///< the frame's own, apart from the program's
+  std::function<std::shared_ptr<frmBrowser>()> makeChild;  ///< loads a child window, hidden
+  std::function<void(bool quiet)> CheckForUpdate;          ///< may be empty; errors reach the load's box
+  std::function<void()> showTip;                           ///< opens frmTip; may be empty
+};
+
+/// The frame: the one window that holds the bars, the status bar and the child windows. What its children
+/// share on it has no owner; the last event wins. Until Load, and from its unload on, every operation throws
+/// PlatformError.
+class frmMain : public FormEvents {
+ public:
+  explicit frmMain(FrameServices services);
+  ~frmMain() override;
+  frmMain(const frmMain&) = delete;
+  frmMain& operator=(const frmMain&) = delete;
+
+  /// Loads the window, hidden, and runs MDIForm_Load; does nothing if it is loaded. An error inside
+  /// MDIForm_Load ends it with one box, and the frame stays with what it has. Throws PlatformError if the
+  /// form itself can't be loaded.
+  void Load();
+  void SetVisible(bool visible);
+  [[nodiscard]] Form& Window() const;
+
+  // The controls that the whole program shares.
+  [[nodiscard]] BarControl& BonusBar() const;
+  [[nodiscard]] ComboBox& TheAddress() const;
+  [[nodiscard]] StatusBar& Status() const;
+  [[nodiscard]] PageView& WebBrowser2() const;
+  [[nodiscard]] bool StartUpEnabled() const;
+
+  // The child windows.
+  /// The child in front, or null if there is none.
+  [[nodiscard]] std::shared_ptr<frmBrowser> ActiveForm() const;
+  /// Makes a child, hidden, and holds it until ChildUnloaded.
+  std::shared_ptr<frmBrowser> NewChild();
+  void ChildUnloaded(const frmBrowser& child);
+  /// The child that was last deactivated. kept on purpose: nothing reads it.
+  std::weak_ptr<frmBrowser> LastDeactivated;
+
+  // Commands. With no child window those on the active child throw PlatformError unless told otherwise.
+  void Logo_Animate();
+  void Logo_AnimateStop();
+  void ShowStillLogo();
+  void cascade();
+  void tileme();
+  /// Minimises every child, then lines the icons up; passes over what fails.
+  void MiniMizer();
+  void mnuEditCopy_Click();
+  /// Opens a new child at the home page.
+  void mnuFileNew_Click();
+  /// Sends the frame's window into a skin; passes over what fails.
+  void ApplySkin(const std::string& path);
+  /// Opens what was typed into TheAddress, in the active child or, if the box is empty, in a new one. Any
+  /// failure ends it quietly.
+  void GoAddress();
+  /// A click on a tool of the bars.
+  void BonusBar_ToolClick(Tool& tool);
+  void Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
+
+  /// Whether the menu entry of the side bar bears its check mark.
+  bool mnuSidebarChecked = false;
+
+  // The window's events.
+  void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
+  void Form_Unload() override;
+
+ private:
+  void WireControls();
+  void MDIForm_Load();
+  void ShowSideBarAsStored();
+  void HostControls();
+  void GreetFirstStart();
+  void PlaceFirstChild();
+  void MDIForm_QueryUnload();
+  void ClearBrowserSession();
+  void CloseProgram();
+  void ReleaseToolsAndCloseWindows();
+
+  [[nodiscard]] frmBrowser& ActiveChild() const;
+  [[nodiscard]] MdiClient& MDIClient() const;
+  [[nodiscard]] PageView& Banner() const;
+  [[nodiscard]] Timer& TimerOf(const char* name) const;
+  void GoHome();
+  void ToolBack();
+
+  FrameServices services_;
+  std::shared_ptr<Form> form_;
+  std::vector<std::shared_ptr<frmBrowser>> children_;
+  std::unique_ptr<KeyboardEvents> keyboard_;
+};
+
+}  // namespace kivandra

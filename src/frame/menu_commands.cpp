@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The commands that the menus, the tools and other windows call by their names.
+#include "core/program_files.h"
+#include "filter/filter_values.h"
+#include "frame/frm_main.h"
+#include "hosts.h"
+#include "support/attempt.h"
+
+namespace kivandra {
+
+void frmMain::Logo_Animate() { WebBrowser2().Navigate(ProgramFile(services_.system, "smile.gif")); }
+
+void frmMain::Logo_AnimateStop() { WebBrowser2().Stop(); }
+
+void frmMain::ShowStillLogo() { WebBrowser2().Navigate(ProgramFile(services_.system, "smilestop.jpg")); }
+
+void frmMain::cascade() { MDIClient().SendMessageA(WM_MDICASCADE, 0, 0); }
+
+void frmMain::tileme() { MDIClient().SendMessageA(WM_MDITILE, 1, 1); }
+
+void frmMain::MiniMizer() {
+  for (const auto& child : std::vector(children_)) {
+    attempt([&] { child->Window().SetWindowState(WindowState::Minimized); });
+  }
+  attempt([&] { MDIClient().SendMessageA(WM_MDIICONARRANGE, 0, 0); });
+}
+
+void frmMain::mnuEditCopy_Click() {
+  attempt([&] { ActiveChild().brwWebBrowser().ExecWB(OLECMDID_COPY, 0); });
+}
+
+void frmMain::mnuFileNew_Click() {
+  services_.application.NewWindow();
+  const std::string homePage = StoredHomePage(services_.registry);
+  services_.application.Navigate(homePage.empty() ? std::string(hosts::kProductHome) : homePage);
+  BackBypass = false;
+}
+
+void frmMain::Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& /*Shift*/) {
+  if (KeyCode == kKeyF1) {
+    attempt([&] {
+      ActiveChild().brwWebBrowser().Navigate("http://" + std::string(hosts::kProductSite) + "/help/");
+    });
+  }
+}
+
+}  // namespace kivandra

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/program.h"
+
+#include "core/application_script.h"
+#include "core/frm_password.h"
+#include "core/sub_main.h"
+#include "filter/gate_shell.h"
+#include "frame/frm_main.h"
+#include "program/forwarders.h"
+
+namespace kivandra {
+
+/// Every object of the program, in the order of making.
+struct Program::Parts {
+  explicit Parts(const Platform& machine)
+      : platform(machine),
+        gate(gateFrame, platform.inet1, platform.boxes, platform.sound, platform.registry),
+        application(ApplicationServices()),
+        pageObject(application),
+        password({platform.forms, platform.boxes, platform.registry, platform.sound, platform.system, grant,
+                  /* the parent's panel */ {}}),
+        frame(FrameParts()) {
+    link.frame = &frame;
+  }
+
+  [[nodiscard]] Application::Services ApplicationServices() {
+    return {platform.forms, platform.events, platform.boxes, platform.registry, platform.system, windows};
+  }
+
+  [[nodiscard]] BrowserServices ChildServices() {
+    return {platform.forms,
+            gate,
+            browserFrame,
+            platform.clipboard,
+            platform.registry,
+            platform.boxes,
+            platform.keyboard,
+            pageObject,
+            [this] { password.ShowModal(); },
+            /* the navigation log */ {}};
+  }
+
+  [[nodiscard]] FrameServices FrameParts() {
+    return {platform.forms,
+            platform.events,
+            platform.boxes,
+            platform.registry,
+            platform.instance,
+            platform.session,
+            platform.sound,
+            platform.keyboard,
+            platform.system,
+            application,
+            [this] { return frmBrowser::Create(ChildServices()); },
+            /* the update check */ {},
+            /* the tip of the day */ {}};
+  }
+
+  Platform platform;
+  FrameLink link;
+  GateFrameForwarder gateFrame{link};
+  BrowserFrameForwarder browserFrame{link};
+  ApplicationWindowsForwarder windows{link};
+  SessionGrantForwarder grant;
+  NavigationGate gate;
+  Application application;
+  ApplicationScript pageObject;
+  frmPassword password;
+  frmMain frame;
+};
+
+Program::Program(const Platform& platform) : parts_(std::make_unique<Parts>(platform)) {}
+
+Program::~Program() = default;
+
+void Program::Run() {
+  SubMain({parts_->platform.files, parts_->platform.instance, parts_->platform.system, parts_->grant,
+           [this] { parts_->application.SetVisible(true); }});
+}
+
+}  // namespace kivandra
