@@ -3,6 +3,11 @@
 
 namespace kivandra {
 
+void FillSettingNames() {
+  SettingNames = {"D_B",  "D_EM", "F_C", "No_Sw", "O_RA",  "P_IE",    "P_NS",     "R_N",
+                  "T_OD", "T_PW", "B_B", "POP",   "Sound", "Sidebar", "FirstTime"};
+}
+
 void ResetCoreValues() {
   SettingNames.fill({});
   SkinFile.clear();

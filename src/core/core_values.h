@@ -25,6 +25,8 @@ inline bool NavigationOpen = false;
 inline bool TipOpen = false;
 inline bool FindDialogOpen = false;  ///< true while the find command sends its key strokes
 
+/// Fills SettingNames; before any setting is read or written.
+void FillSettingNames();
 /// Puts every value back to what it is at the start of a process.
 void ResetCoreValues();
 

@@ -4,7 +4,6 @@
 #include "core/core_values.h"
 #include "core/instance.h"
 #include "core/program_files.h"
-#include "core/settings.h"
 #include "support/attempt.h"
 
 namespace kivandra {
