@@ -17,7 +17,7 @@
 <div class="card"><h2>For you</h2>
 <ul>
 <li>Type a question in the long box at the top and press <kbd>Enter</kbd>.</li>
-<li>The four pictures at the side take you to good pages about school things.</li>
+<li>The four pictures on the home page take you to good pages about school things.</li>
 <li>The little house brings you home again.</li>
 </ul>
 <a class="more" href="/">Let’s start</a></div>
