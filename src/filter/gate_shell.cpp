@@ -84,8 +84,8 @@ AddressJudgement NavigationGate::Judge(const std::string& url) {
   bool filterEnabled = true;
   attempt([&] { frameAddressText = frame_.TheAddressText(); });
   attempt([&] { startupTimerRunning = frame_.StartUpEnabled(); });
-  attempt([&] { mailDisabled = Val(ReadItem(registry_, "D_EM")) == 1; });
-  attempt([&] { filterEnabled = Val(ReadItem(registry_, "F_C")) != 0; });
+  attempt([&] { mailDisabled = Val(TextOf(ReadItem(registry_, "D_EM"))) == 1; });
+  attempt([&] { filterEnabled = Val(TextOf(ReadItem(registry_, "F_C"))) != 0; });
   return JudgeAddress(url, frameAddressText, startupTimerRunning, BackBypass, mailDisabled, filterEnabled,
                       AllowedDomains, BadWords);
 }

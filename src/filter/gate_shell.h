@@ -64,8 +64,7 @@ class NavigationGate {
 
   /// Judges the navigation and answers it, inside the call or, if its page must be seen, later from the event
   /// loop. Only one box can run events inside: that of a refused mail link.
-  void BeforeNavigate2(const std::shared_ptr<GateWindow>& window,
-                       const std::shared_ptr<Navigation>& navigation);
+  void BeforeNavigate2(std::shared_ptr<GateWindow> window, std::shared_ptr<Navigation> navigation);
 
   /// Number of navigations whose page is on its way.
   [[nodiscard]] std::size_t HeldNavigations() const { return held_.size(); }
