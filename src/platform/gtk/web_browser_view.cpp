@@ -1,0 +1,504 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/gtk/web_browser_view.h"
+
+#include <string_view>
+#include <utility>
+
+#include "platform/gtk/guard.h"
+#include "platform/gtk/web_address.h"
+#include "platform/gtk/web_browser_control.h"
+#include "platform/gtk/web_commands.h"
+#include "platform/gtk/web_settings.h"
+
+namespace kivandra::gtk {
+namespace {
+
+constexpr long kCanGoForward = 1;
+constexpr long kCanGoBack = 2;
+
+std::string Text(const char* text) { return text != nullptr ? text : ""; }
+
+std::string WithoutFragment(const std::string& address) { return address.substr(0, address.find('#')); }
+
+std::string AddressOf(WebKitNavigationAction* action) {
+  return Text(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+}
+
+/// Makes the widget; a view for a page's new window must be tied to that page's view and shares its session.
+WebKitWebView* MakeWidget(WebEngine& engine, WebKitUserContentManager* scripts, WebKitWebView* opener) {
+  WebKitSettings* settings = MakeReaderSettings();
+  gpointer view = opener != nullptr
+                      ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "user-content-manager", scripts,
+                                     "settings", settings, nullptr)
+                      : g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", engine.Session().Get(),
+                                     "user-content-manager", scripts, "settings", settings, nullptr);
+  g_object_unref(settings);
+  return WEBKIT_WEB_VIEW(g_object_ref_sink(view));
+}
+
+/// Whether the answer may be shown: one part, no attachment, of a type that the engine shows by itself.
+bool MayShow(WebKitResponsePolicyDecision* decision) {
+  WebKitURIResponse* response = webkit_response_policy_decision_get_response(decision);
+  const std::string type = Text(webkit_uri_response_get_mime_type(response));
+  // Its later parts would replace the page without a question.
+  if (g_ascii_strcasecmp(type.c_str(), "multipart/x-mixed-replace") == 0) return false;
+  if (webkit_response_policy_decision_is_mime_type_supported(decision) == FALSE) return false;
+  SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
+  char* disposition = nullptr;
+  if (headers == nullptr ||
+      soup_message_headers_get_content_disposition(headers, &disposition, nullptr) == FALSE) {
+    return true;
+  }
+  const bool attachment = g_ascii_strcasecmp(disposition, "attachment") == 0;
+  g_free(disposition);
+  return !attachment;
+}
+
+}  // namespace
+
+std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener) {
+  std::shared_ptr<BrowserView> view(new BrowserView(engine, opener));
+  view->Start(place);
+  return view;
+}
+
+BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
+    : engine_(engine),
+      scripts_(webkit_user_content_manager_new()),
+      view_(MakeWidget(engine, scripts_, opener)),
+      desk_({[this](std::shared_ptr<Navigation> navigation) { Raise(navigation); }, engine.Session().ReferrerNotes()}),
+      page_(view_),
+      frames_(std::make_shared<FrameReporter>(scripts_)),
+      scriptObject_(std::make_shared<ScriptObjectHost>(scripts_, view_)),
+      shown_(opener == nullptr) {}
+
+BrowserView::~BrowserView() {
+  Close();
+  g_object_unref(scripts_);
+}
+
+void BrowserView::Start(Gtk::Box& place) {
+  frames_->Start(this);
+  scriptObject_->Start();
+  RefuseExtras(view_);
+  signals_.Connect<&BrowserView::OnDecidePolicy>(view_, "decide-policy", this);
+  signals_.Connect<&BrowserView::OnLoadChanged>(view_, "load-changed", this);
+  signals_.Connect<&BrowserView::OnLoadFailed>(view_, "load-failed", this);
+  signals_.Connect<&BrowserView::OnLoadFailedWithTlsErrors>(view_, "load-failed-with-tls-errors", this);
+  signals_.Connect<&BrowserView::OnProcessTerminated>(view_, "web-process-terminated", this);
+  signals_.Connect<&BrowserView::OnCreate>(view_, "create", this);
+  signals_.Connect<&BrowserView::OnReadyToShow>(view_, "ready-to-show", this);
+  signals_.Connect<&BrowserView::OnCloseRequested>(view_, "close", this);
+  signals_.Connect<&BrowserView::OnAddress>(view_, "notify::uri", this);
+  signals_.Connect<&BrowserView::OnTitle>(view_, "notify::title", this);
+  signals_.Connect<&BrowserView::OnLoading>(view_, "notify::is-loading", this);
+  signals_.Connect<&BrowserView::OnProgress>(view_, "notify::estimated-load-progress", this);
+  signals_.Connect<&BrowserView::OnMouseTarget>(view_, "mouse-target-changed", this);
+  signals_.Connect<&BrowserView::OnDestroy>(view_, "destroy", this);
+  signals_.Connect<&BrowserView::OnHistoryChanged>(webkit_web_view_get_back_forward_list(view_), "changed", this);
+  signals_.Connect<&BrowserView::OnGeometry>(webkit_web_view_get_window_properties(view_), "notify::geometry", this);
+
+  gtk_widget_set_hexpand(GTK_WIDGET(view_), TRUE);
+  gtk_widget_set_vexpand(GTK_WIDGET(view_), TRUE);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(view_), GTK_ACCESSIBLE_PROPERTY_LABEL, "Page", -1);
+  gtk_box_append(place.gobj(), GTK_WIDGET(view_));
+}
+
+void BrowserView::Close() {
+  events_ = nullptr;
+  if (view_ == nullptr) return;
+  signals_.Cut();
+  frames_->Cut();
+  scriptObject_->Cut();
+  desk_.DropAll();
+  WebKitWebView* view = std::exchange(view_, nullptr);
+  webkit_web_view_stop_loading(view);
+  g_object_unref(view);
+}
+
+void BrowserView::OnDestroy() { Close(); }
+
+void BrowserView::RequireView() const {
+  if (view_ == nullptr) throw PlatformError(kObjectNotSet, "the browser's window is gone");
+}
+
+// --- What the program asks for ----------------------------------------------------------------------------------
+
+void BrowserView::Navigate(const std::string& text) {
+  RequireView();
+  const std::string address = EngineSpelling(text);
+  desk_.AskForLoad(SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address, [this, address] {
+    BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); });
+  });
+}
+
+void BrowserView::GoInHistory(int steps) {
+  RequireView();
+  WebKitBackForwardListItem* item =
+      webkit_back_forward_list_get_nth_item(webkit_web_view_get_back_forward_list(view_), steps);
+  if (item == nullptr) throw PlatformError(kInvalidCall, "There is no page in that direction.");
+  const std::shared_ptr<WebKitBackForwardListItem> held(WEBKIT_BACK_FORWARD_LIST_ITEM(g_object_ref(item)),
+                                                        [](gpointer object) { g_object_unref(object); });
+  const std::string address = Text(webkit_back_forward_list_item_get_uri(item));
+  desk_.AskForLoad(address, address, NavigationDesk::LoadKind::History, [this, held] {
+    BeginLoad([this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
+  });
+}
+
+void BrowserView::Refresh() {
+  RequireView();
+  if (address_.empty()) return;
+  const std::string address = address_;
+  desk_.AskForLoad(address, address, NavigationDesk::LoadKind::Reload, [this, address] {
+    BeginLoad([this, address] {
+      // After its process has ended the view has no address of its own to load again.
+      if (EngineAddress() == address) {
+        webkit_web_view_reload(view_);
+      } else {
+        webkit_web_view_load_uri(view_, address.c_str());
+      }
+    });
+  });
+}
+
+void BrowserView::Stop() {
+  RequireView();
+  desk_.DropAll();
+  if (view_ != nullptr) webkit_web_view_stop_loading(view_);
+}
+
+void BrowserView::ExecWB(int command, int option) {
+  RequireView();
+  if (command == OLECMDID_UPDATECOMMANDS) {
+    Later([this] { TellHistory(); });
+    return;
+  }
+  ExecuteCommand(view_, command, option);
+}
+
+void BrowserView::SetFocus() {
+  RequireView();
+  gtk_widget_grab_focus(GTK_WIDGET(view_));
+}
+
+void BrowserView::SetScriptObject(const std::string& name, ScriptObject* object) {
+  RequireView();
+  scriptObject_->Set(name, object);
+}
+
+std::string BrowserView::Title() const {
+  const std::string title = view_ != nullptr ? Text(webkit_web_view_get_title(view_)) : "";
+  return title.empty() ? address_ : title;
+}
+
+bool BrowserView::Busy() const { return starting_ || loading_ || desk_.Judging(); }
+
+void BrowserView::BeginLoad(const std::function<void()>& load) {
+  if (view_ == nullptr) return;
+  starting_ = true;
+  ownPage_ = false;
+  load();
+}
+
+// --- Questions --------------------------------------------------------------------------------------------------
+
+void BrowserView::Raise(const std::shared_ptr<Navigation>& navigation) {
+  // Without a receiver nobody judges, and an unanswered question is refused.
+  Tell([&](WebBrowserEvents& events) { events.BeforeNavigate2(navigation); });
+}
+
+gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+  switch (type) {
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
+      desk_.DecideNavigation(decision, webkit_navigation_policy_decision_get_navigation_action(
+                                           WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+      return TRUE;
+    case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION: {
+      WebKitNavigationAction* action =
+          webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+      if (PageMayLoad(AddressOf(action))) {
+        webkit_policy_decision_use(decision);  // the window is asked for next, its address is judged there
+      } else {
+        desk_.DecideNavigation(decision, action);  // never loads, but the judge may have words about it
+      }
+      return TRUE;
+    }
+    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
+      break;
+  }
+  auto* response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
+  if (MayShow(response)) {
+    webkit_policy_decision_use(decision);
+    return TRUE;
+  }
+  webkit_policy_decision_ignore(decision);
+  if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE) {
+    const std::string address =
+        Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
+    Later([this, address] { ShowTrouble(WebPages::Trouble::NotShown, address); });
+  }
+  return TRUE;
+}
+
+// --- Loading ----------------------------------------------------------------------------------------------------
+
+void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
+  switch (event) {
+    case WEBKIT_LOAD_STARTED:
+      starting_ = false;
+      loading_ = true;
+      committed_ = false;
+      TellDownloadBegin();
+      break;
+    case WEBKIT_LOAD_REDIRECTED:
+      break;
+    case WEBKIT_LOAD_COMMITTED:
+      LoadCommitted();
+      break;
+    case WEBKIT_LOAD_FINISHED:
+      LoadFinished();
+      break;
+  }
+}
+
+void BrowserView::LoadCommitted() {
+  committed_ = true;
+  address_ = EngineAddress();
+  judgingArrival_ = false;
+  nextArrival_.reset();
+  desk_.ForgetAllowedLoad();
+  desk_.DropEngineQuestions();  // they came from the page that is gone
+  Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
+  Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(page_, address_); });
+  TellHistory();
+}
+
+void BrowserView::LoadFinished() {
+  loading_ = false;
+  if (committed_) {
+    if (Text(webkit_web_view_get_title(view_)).empty()) {
+      Tell([&](WebBrowserEvents& events) { events.TitleChange(address_); });
+    }
+    Tell([&](WebBrowserEvents& events) { events.DocumentComplete(page_, address_); });
+  }
+  Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Done"); });
+  TellDownloadComplete();
+}
+
+gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
+  const bool quiet = error->domain == WEBKIT_POLICY_ERROR || g_error_matches(error, WEBKIT_NETWORK_ERROR,
+                                                                             WEBKIT_NETWORK_ERROR_CANCELLED);
+  if (!quiet) ShowTrouble(WebPages::Trouble::NotOpened, Text(address));
+  return TRUE;
+}
+
+gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* /*certificate*/,
+                                                GTlsCertificateFlags /*errors*/) {
+  ShowTrouble(WebPages::Trouble::NotTrusted, Text(address));
+  return TRUE;
+}
+
+void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason*/) {
+  const std::string address = address_;
+  desk_.DropEngineQuestions();
+  if (std::exchange(loading_, false) || downloading_) TellDownloadComplete();
+  Later([this, address] { ShowTrouble(WebPages::Trouble::Stopped, address); });
+}
+
+void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {
+  if (view_ == nullptr) return;
+  ownPage_ = true;
+  webkit_web_view_load_alternate_html(view_, engine_.Pages().Page(trouble, address, engine_.Home()).c_str(),
+                                      address.c_str(), nullptr);
+}
+
+void BrowserView::OnLoading(GParamSpec* /*property*/) {
+  if (webkit_web_view_is_loading(view_) != FALSE || !starting_) return;
+  // The load that the program began ended without a start: it was a step inside the page, judged before it began.
+  starting_ = false;
+  const std::string address = EngineAddress();
+  Later([this, address] {
+    desk_.ForgetAllowedLoad();
+    if (!loading_ && address != address_ && address == EngineAddress()) ReportArrival(address);
+  });
+}
+
+void BrowserView::OnProgress(GParamSpec* /*property*/) {
+  if (loading_ || webkit_web_view_get_estimated_load_progress(view_) < 1.0) return;
+  TellDownloadComplete();  // a frame's load that never reported its end
+}
+
+// --- Steps inside a page ----------------------------------------------------------------------------------------
+
+void BrowserView::OnAddress(GParamSpec* /*property*/) {
+  // While a load is on its way the engine shows where it leads, before anything is judged.
+  if (starting_ || (loading_ && !committed_)) return;
+  const std::string address = EngineAddress();
+  if (address.empty() || address == address_) return;
+  Later([this, address] {
+    if (!starting_ && (!loading_ || committed_) && address == EngineAddress()) ArrivedInPage(address);
+  });
+}
+
+void BrowserView::ArrivedInPage(const std::string& url) {
+  if (url == address_) return;
+  if (WithoutFragment(url) == WithoutFragment(address_)) {
+    ReportArrival(url);  // the step was judged when it was asked for
+  } else if (judgingArrival_) {
+    nextArrival_ = url;  // one question at a time, however fast the page's scripts step
+  } else {
+    AskForArrival(url);
+  }
+}
+
+void BrowserView::AskForArrival(const std::string& url) {
+  judgingArrival_ = true;
+  const std::weak_ptr<BrowserView> weak = weak_from_this();
+  desk_.AskForArrival(url, [weak, url](bool allowed) {
+    const auto self = weak.lock();
+    if (!self || self->view_ == nullptr || !self->judgingArrival_) return;
+    self->Later([view = self.get(), url, allowed] {
+      if (!std::exchange(view->judgingArrival_, false)) return;
+      const std::optional<std::string> next = std::exchange(view->nextArrival_, std::nullopt);
+      if (!allowed) {
+        view->LeavePage();
+      } else if (next) {
+        view->AskForArrival(*next);
+      } else {
+        view->ReportArrival(url);
+      }
+    });
+  });
+}
+
+void BrowserView::ReportArrival(const std::string& url) {
+  address_ = url;
+  TellDownloadBegin();
+  Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(page_, address_); });
+  Tell([&](WebBrowserEvents& events) { events.DocumentComplete(page_, address_); });
+  TellDownloadComplete();
+}
+
+void BrowserView::LeavePage() {
+  // The page stands at a refused address without having been loaded from there; all that is left is to take it away.
+  webkit_web_view_load_alternate_html(view_, "<!DOCTYPE html><title></title>", "about:blank", nullptr);
+}
+
+// --- Frames -----------------------------------------------------------------------------------------------------
+
+void BrowserView::FrameNavigated(PageFrame& frame, const std::string& url) {
+  TellDownloadBegin();
+  Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(frame, url); });
+}
+
+void BrowserView::FrameCompleted(PageFrame& frame, const std::string& url) {
+  Tell([&](WebBrowserEvents& events) { events.DocumentComplete(frame, url); });
+  TellDownloadComplete();
+  if (loading_) TellDownloadBegin();
+}
+
+// --- New windows ------------------------------------------------------------------------------------------------
+
+GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
+  const std::string address = AddressOf(action);
+  if (!IsBlankDocument(address) && !PageMayLoad(address)) return nullptr;
+  WebEngine::WindowRequest request(engine_, view_);
+  WebBrowser* target = nullptr;
+  bool cancel = false;
+  Tell([&](WebBrowserEvents& events) { events.NewWindow2(target, cancel); });
+  auto* control = dynamic_cast<WebBrowserControl*>(target);
+  if (cancel || control == nullptr) return nullptr;
+  const std::shared_ptr<BrowserView> chosen = control->View();
+  if (chosen == request.Made()) return GTK_WIDGET(chosen->view_);
+  // The window was there before. The engine can't open a page's window in it, but it can go to the same address, as
+  // if that had been typed there.
+  chosen->Later([view = chosen.get(), address] {
+    if (!IsBlankDocument(address)) view->Navigate(address);
+  });
+  return nullptr;
+}
+
+void BrowserView::OnReadyToShow() {
+  shown_ = true;
+  TellGeometry();
+  Tell([](WebBrowserEvents& events) { events.OnVisible(true); });
+}
+
+void BrowserView::OnGeometry(GParamSpec* /*property*/) {
+  if (shown_) TellGeometry();
+}
+
+void BrowserView::TellGeometry() {
+  GdkRectangle asked{};
+  if (view_ == nullptr) return;
+  webkit_window_properties_get_geometry(webkit_web_view_get_window_properties(view_), &asked);
+  const GdkRectangle before = std::exchange(geometry_, asked);
+  if (asked.x != before.x) Tell([&](WebBrowserEvents& events) { events.WindowSetLeft(asked.x); });
+  if (asked.y != before.y) Tell([&](WebBrowserEvents& events) { events.WindowSetTop(asked.y); });
+  if (asked.width != before.width) Tell([&](WebBrowserEvents& events) { events.WindowSetWidth(asked.width); });
+  if (asked.height != before.height) Tell([&](WebBrowserEvents& events) { events.WindowSetHeight(asked.height); });
+}
+
+void BrowserView::OnCloseRequested() {
+  Tell([](WebBrowserEvents& events) { events.OnQuit(); });
+}
+
+// --- What is told besides ---------------------------------------------------------------------------------------
+
+void BrowserView::OnTitle(GParamSpec* /*property*/) {
+  const std::string title = Text(webkit_web_view_get_title(view_));
+  if (!title.empty()) {
+    Later([this, title] { Tell([&](WebBrowserEvents& events) { events.TitleChange(title); }); });
+  }
+}
+
+void BrowserView::OnMouseTarget(WebKitHitTestResult* target, guint /*modifiers*/) {
+  const bool isLink = webkit_hit_test_result_context_is_link(target) != FALSE;
+  std::string text = isLink ? Text(webkit_hit_test_result_get_link_uri(target)) : std::string();
+  if (text == status_) return;
+  status_ = std::move(text);
+  Tell([&](WebBrowserEvents& events) { events.StatusTextChange(status_); });
+}
+
+void BrowserView::OnHistoryChanged(WebKitBackForwardListItem* /*added*/, gpointer /*removed*/) {
+  Later([this] { TellHistory(); });
+}
+
+void BrowserView::TellHistory() {
+  if (view_ == nullptr) return;
+  const bool forward = webkit_web_view_can_go_forward(view_) != FALSE;
+  const bool back = webkit_web_view_can_go_back(view_) != FALSE;
+  Tell([&](WebBrowserEvents& events) { events.CommandStateChange(kCanGoForward, forward); });
+  Tell([&](WebBrowserEvents& events) { events.CommandStateChange(kCanGoBack, back); });
+}
+
+void BrowserView::TellDownloadBegin() {
+  if (std::exchange(downloading_, true)) return;
+  Tell([](WebBrowserEvents& events) { events.DownloadBegin(); });
+}
+
+void BrowserView::TellDownloadComplete() {
+  if (!std::exchange(downloading_, false)) return;
+  Tell([](WebBrowserEvents& events) { events.DownloadComplete(); });
+}
+
+std::string BrowserView::EngineAddress() const {
+  return view_ != nullptr ? Text(webkit_web_view_get_uri(view_)) : std::string();
+}
+
+void BrowserView::Later(std::function<void()> act) {
+  struct Turn {
+    std::weak_ptr<BrowserView> view;
+    std::function<void()> act;
+  };
+  const auto run = [](gpointer data) -> gboolean {
+    auto* turn = static_cast<Turn*>(data);
+    const auto view = turn->view.lock();
+    if (view && view->view_ != nullptr) Guarded([&] { turn->act(); });
+    return G_SOURCE_REMOVE;
+  };
+  g_idle_add_full(G_PRIORITY_DEFAULT, run, new Turn{weak_from_this(), std::move(act)},
+                  [](gpointer data) { delete static_cast<Turn*>(data); });
+}
+
+}  // namespace kivandra::gtk
