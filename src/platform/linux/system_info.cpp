@@ -47,7 +47,8 @@ std::string DatePart(char letter, std::size_t length, const std::tm& today) {
       }
       break;
     default:
-      return std::string(length, letter);
+      number.assign(length, letter);
+      break;
   }
   return number.size() < length ? std::string(length - number.size(), '0') + number : number;
 }
