@@ -92,6 +92,8 @@ void Application::PrepareSettings() {
     registry.SetValue(value);
     return TextOf(value);
   };
+  // Some 220 values, most of them there already: one write to the disk at the most.
+  RegistryBatch batch(services_.registry);
   // 1.
   for (const std::string& name : SettingNames) {
     touch(kSettingsSection, name);
@@ -110,6 +112,7 @@ void Application::PrepareSettings() {
       touch(section, std::to_string(slot));
     }
   }
+  batch.Commit();
   // 6. kept on purpose: a second guard that can't be reached behind the wait for the password.
   if (TextOf(ReadItem(services_.registry, "T_PW")).empty()) {
     frmFirstLog firstLog(services_.forms, services_.events, services_.boxes, services_.registry,

@@ -80,8 +80,6 @@ class frmMain : public FormEvents {
   void ShowStillLogo();
   void cascade();
   void tileme();
-  /// Minimises every child, then lines the icons up; passes over what fails.
-  void MiniMizer();
   void mnuEditCopy_Click();
   /// Opens a new child at the home page.
   void mnuFileNew_Click();

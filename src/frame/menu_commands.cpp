@@ -18,13 +18,6 @@ void frmMain::cascade() { MDIClient().SendMessageA(WM_MDICASCADE, 0, 0); }
 
 void frmMain::tileme() { MDIClient().SendMessageA(WM_MDITILE, 1, 1); }
 
-void frmMain::MiniMizer() {
-  for (const auto& child : std::vector(children_)) {
-    attempt([&] { child->Window().SetWindowState(WindowState::Minimized); });
-  }
-  attempt([&] { MDIClient().SendMessageA(WM_MDIICONARRANGE, 0, 0); });
-}
-
 void frmMain::mnuEditCopy_Click() {
   attempt([&] { ActiveChild().brwWebBrowser().ExecWB(OLECMDID_COPY, 0); });
 }

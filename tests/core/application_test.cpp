@@ -197,7 +197,7 @@ TEST_F(ApplicationTest, NewWindowGoesToTheStoredHomePageAndShows) {
   application.NewWindow();
   const std::vector<std::string> expected = {"Load frmBrowser",
                                              "frmBrowser#1.brwWebBrowser.Navigate \"http://home.example/\"",
-                                             "frmBrowser#1.Visible = True"};
+                                             "refuse http://home.example/", "frmBrowser#1.Visible = True"};
   EXPECT_EQ(world.journal.lines, expected);
 }
 

@@ -207,10 +207,11 @@ class FakeTimer : public FakeControl, public Timer {
   ~FakeTimer() override { loop_.Disarm(this); }
 
   void SetEnabled(bool value) override {
+    const bool was = enabled;
     FakeControl::SetEnabled(value);
-    if (value) {
+    if (value && !was) {
       loop_.Arm(this, interval_);
-    } else {
+    } else if (!value) {
       loop_.Disarm(this);
     }
   }

@@ -16,12 +16,13 @@ class Journal {
  public:
   std::vector<std::string> lines;
   long calls = 0;
-  long failAt = 0;  // 0: never
+  long failAt = 0;     // 0: never
+  std::string failOn;  // the call of this very line throws, each time
 
   /// Records an operation that may fail.
   void Call(const std::string& line) {
     ++calls;
-    if (calls == failAt) {
+    if (calls == failAt || line == failOn) {
       lines.push_back("FAILED " + line);
       throw PlatformError(kInvalidCall, "injected fault");
     }
