@@ -6,6 +6,7 @@
 
 #include <ctime>
 #include <filesystem>
+#include <ostream>
 
 #include "linux/temporary_folder.h"
 #include "platform/platform_error.h"
@@ -35,6 +36,8 @@ struct DateCase {
   const char* text;
 };
 
+void PrintTo(const DateCase& row, std::ostream* out) { *out << row.name; }
+
 class FormatTodayTest : public testing::TestWithParam<DateCase> {};
 
 TEST_P(FormatTodayTest, WritesTheDateByItsPattern) {
@@ -57,6 +60,8 @@ struct ArgumentsCase {
   std::string kernelText;
   const char* joined;
 };
+
+void PrintTo(const ArgumentsCase& row, std::ostream* out) { *out << row.name; }
 
 class CommandLineTest : public testing::TestWithParam<ArgumentsCase> {};
 

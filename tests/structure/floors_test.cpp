@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 
 #include "structure/source_tree.h"
 
@@ -127,6 +128,8 @@ struct BrokenTree {
   Files files;
   const char* finding;
 };
+
+void PrintTo(const BrokenTree& row, std::ostream* out) { *out << row.name; }
 
 class BrokenTreeTest : public testing::TestWithParam<BrokenTree> {};
 
