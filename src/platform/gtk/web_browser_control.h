@@ -28,6 +28,7 @@ class WebBrowserControl final : public WebBrowser, public WidgetControl {
   [[nodiscard]] std::string LocationURL() const override { return Alive()->Address(); }
   [[nodiscard]] std::string LocationName() const override { return Alive()->Title(); }
   [[nodiscard]] bool Busy() const override { return Alive()->Busy(); }
+  [[nodiscard]] PageFrame* Page() override { return Alive()->Page(); }
   void ExecWB(int command, int option) override { Alive()->ExecWB(command, option); }
   void SetRegisterAsBrowser(bool /*value*/) override { (void)Alive(); }  // every view can be the target of a window
   void SetScriptObject(const std::string& name, ScriptObject* object) override {

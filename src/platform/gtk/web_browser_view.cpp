@@ -245,6 +245,7 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
 void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
   switch (event) {
     case WEBKIT_LOAD_STARTED:
+      if (completing_) CompleteLoad();
       starting_ = false;
       loading_ = true;
       committed_ = false;
@@ -274,11 +275,29 @@ void BrowserView::LoadCommitted() {
 }
 
 void BrowserView::LoadFinished() {
+  if (!committed_ || !Text(webkit_web_view_get_title(view_)).empty()) {
+    CompleteLoad();
+    return;
+  }
+  // A short page's title comes just behind its end, and whoever notes the visit wants it: one turn through the page's
+  // process lets it arrive.
+  completing_ = true;
+  const auto done = [](GObject* source, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<std::weak_ptr<BrowserView>> weak(static_cast<std::weak_ptr<BrowserView>*>(data));
+    JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, nullptr);
+    if (value != nullptr) g_object_unref(value);
+    const auto view = weak->lock();
+    if (view && view->completing_) view->CompleteLoad();
+  };
+  webkit_web_view_evaluate_javascript(view_, "0", -1, kOwnWorld, nullptr, nullptr, done,
+                                      new std::weak_ptr<BrowserView>(weak_from_this()));
+}
+
+void BrowserView::CompleteLoad() {
   loading_ = false;
+  completing_ = false;
   if (committed_) {
-    if (Text(webkit_web_view_get_title(view_)).empty()) {
-      Tell([&](WebBrowserEvents& events) { events.TitleChange(address_); });
-    }
+    if (Title() == address_) Tell([&](WebBrowserEvents& events) { events.TitleChange(address_); });
     Tell([&](WebBrowserEvents& events) { events.DocumentComplete(page_, address_); });
   }
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Done"); });
@@ -301,7 +320,9 @@ gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertifi
 void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason*/) {
   const std::string address = address_;
   desk_.DropEngineQuestions();
-  if (std::exchange(loading_, false) || downloading_) TellDownloadComplete();
+  loading_ = false;
+  completing_ = false;
+  TellDownloadComplete();
   Later([this, address] { ShowTrouble(WebPages::Trouble::Stopped, address); });
 }
 

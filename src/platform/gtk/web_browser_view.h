@@ -42,6 +42,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   [[nodiscard]] std::string Address() const { return address_; }
   [[nodiscard]] std::string Title() const;
   [[nodiscard]] bool Busy() const;
+  [[nodiscard]] PageFrame* Page() { return view_ != nullptr ? &page_ : nullptr; }
   [[nodiscard]] WebKitWebView* Widget() const { return view_; }
 
  private:
@@ -75,6 +76,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void BeginLoad(const std::function<void()>& load);
   void LoadCommitted();
   void LoadFinished();
+  void CompleteLoad();
   void ArrivedInPage(const std::string& url);
   void AskForArrival(const std::string& url);
   void ReportArrival(const std::string& url);
@@ -108,6 +110,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   bool starting_ = false;     // the program's load was handed to the engine and has not started
   bool loading_ = false;      // between the start and the end of a page's load
   bool committed_ = false;    // the load that runs, or ran last, has put its page on the screen
+  bool completing_ = false;   // the load has ended, its end is told in a moment
   bool ownPage_ = false;      // the load that runs shows a page of the program in place of the one that failed
   bool downloading_ = false;  // DownloadBegin was told, DownloadComplete not yet
   bool shown_;                // the window of a page's script has been shown
