@@ -1,0 +1,242 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What every desktop test starts from: the program past its first run, with the filter on."""
+
+import atexit
+import itertools
+import os
+import pathlib
+import time
+import unittest
+
+from . import answers, pages, processes
+from .accessibility import Accessibility, Gone
+from .display import Display
+from .hands import Hands
+from .program import Home, Program
+from .server import Server
+from .waiting import wait_until
+from .windows import BLOCKED, FRAME_ADDRESS, Frame, Window
+
+PASSWORD = "Seed 4 you"
+UNFILTERED_SECONDS = 5.0  # after the frame's load the program itself lets everything pass for so long
+CLOSING_SECONDS = 3.0     # the frame stays for its closing sound
+START_SECONDS = 20.0
+
+processes.become_subreaper()
+_display = None
+
+
+def display():
+    """The display of this test file, made at its first use."""
+    global _display
+    if _display is None:
+        _display = Display()
+        atexit.register(_display.close)
+    return _display
+
+
+class Desk:
+    """A display with its bus, and the windows of one program on it."""
+
+    def __init__(self, program):
+        self.program = program
+        self.display = display()
+        self.hands = Hands(self.display)
+        self._bus = Accessibility(self.display.bus_address)
+
+    def windows(self):
+        """Every top window that is shown, the oldest first."""
+        try:
+            root = self._bus.application(self.program.pid)
+            nodes = [node for node in root.children() if node.shown] if root else []
+            named = [(node, node.name) for node in nodes]
+        except Gone:
+            return []
+        numbers = self.hands.windows(self.program.pid)
+        found = []
+        for node, name in named:
+            match = next((entry for entry in numbers if entry[1] == name), None)
+            if match:
+                numbers.remove(match)
+                found.append(Window(self.hands, node, match[0]))
+        return found
+
+    def window_with(self, name, role=None, seconds=START_SECONDS):
+        """The top window that has a control of this name, as soon as there is one; it gets the keyboard."""
+        def look():
+            for window in self.windows():
+                if window.find(name, role):
+                    return window
+            return None
+        window = wait_until(look, lambda: f"a window with {name}; the program says:\n{self.program.voice()[-2000:]}"
+                                          f"\nand shows:\n{self.outline()}", seconds)
+        self.hands.focus(window.number)
+        return window
+
+    def frame(self, seconds=START_SECONDS):
+        window = self.window_with(FRAME_ADDRESS, seconds=seconds)
+        return Frame(window.hands, window.node, window.number)
+
+    def outline(self):
+        return "\n".join(window.node.outline() for window in self.windows())
+
+    def close(self):
+        self._bus.close()
+
+
+def first_run(desk, password=PASSWORD):
+    """Takes a program through its first run."""
+    window = desk.window_with("Password")
+    window.field("Password").write(password)
+    window.field("Re-enter Password").write(password)
+    window.press("Ok")
+
+
+def seed():
+    """Folder of a home whose first run is over; made once a test run and copied by every test."""
+    given = os.environ.get("KIVANDRA_DESKTOP_SEED")
+    if given:
+        return pathlib.Path(given)
+    home = Home()
+    program = Program(display(), home)
+    desk = Desk(program)
+    try:
+        first_run(desk)
+        desk.frame()
+        wait_until(lambda: home.settings.read("FirstTime") == "1", "the first start is noted")
+    finally:
+        desk.close()
+        program.kill()
+    os.environ["KIVANDRA_DESKTOP_SEED"] = str(home.path)
+    atexit.register(home.remove)
+    return home.path
+
+
+class LoudTest(unittest.TestCase):
+    """A test of a program that may not complain: a warning of the toolkit fails the test that caused it."""
+
+    def start(self, home=None, arguments=(), environment=()):
+        """Starts a program that ends with this test; gives its desk."""
+        home = home or self.new_home()
+        program = Program(display(), home, arguments, environment)
+        desk = Desk(program)
+        self.addCleanup(self._end, program, desk)
+        return desk
+
+    def new_home(self, like=None):
+        home = Home(like)
+        self.addCleanup(home.remove)
+        return home
+
+    def _end(self, program, desk):
+        complaints = program.complaints()
+        desk.close()
+        program.kill()
+        self.assertEqual([], complaints, "the program complains")
+
+
+class BrowsingTest(LoudTest):
+    """The program past its first run and past its first unfiltered seconds; one start serves a whole class."""
+
+    settings = {}
+    environment = {}
+
+    @classmethod
+    def setUpClass(cls):
+        cls.numbers = itertools.count(1)
+        cls.never_painted = []
+        cls.server = Server()
+        cls.addClassCleanup(cls.server.close)
+        cls.home = Home(like=seed())
+        cls.addClassCleanup(cls.home.remove)
+        for name, value in cls.settings.items():
+            cls.home.settings.write(name, value)
+        cls.program = Program(display(), cls.home, environment=cls.environment)
+        cls.addClassCleanup(cls.program.kill)
+        cls.desk = Desk(cls.program)
+        cls.addClassCleanup(cls.desk.close)
+        cls.frame = cls.desk.frame()
+        cls.filtered_from = time.monotonic() + UNFILTERED_SECONDS
+        cls.hands = cls.desk.hands
+        wait_until(lambda: time.monotonic() > cls.filtered_from, "the unfiltered seconds are over", START_SECONDS)
+
+    @classmethod
+    def tearDownClass(cls):
+        late = [name for name in cls.never_painted if cls.server.asked(pages.mark(name))]
+        cls.frame.close()
+        code = cls.program.wait_end(CLOSING_SECONDS + 10)
+        cls.program.wait_nothing_left()
+        if late:
+            raise AssertionError(f"painted after all: {late}")
+        if code != 0:
+            raise AssertionError(f"the program ended with {code}:\n{cls.program.voice()[-2000:]}")
+
+    def setUp(self):
+        self._heard = len(self.program.voice())
+        self.addCleanup(self._no_complaints)
+        self.assertTrue(self.program.runs(), "the program lives")
+        self.hands.focus(self.frame.number)
+        self._close_other_pages()
+
+    def _no_complaints(self):
+        self.assertTrue(self.program.runs(), f"the program lives; it said:\n{self.program.voice()[-2000:]}")
+        self.assertFalse(display().shows(pages.FORBIDDEN_COLOUR), "no forbidden page is on the screen")
+        self.assertEqual([], self.program.complaints(self._heard), "the program complains")
+
+    def _close_other_pages(self):
+        for page in self.frame.pages()[1:]:
+            page.close()
+        if not self.frame.pages():
+            self.frame.new_page()
+        self.page = self.frame.page()
+
+    # Pages.
+
+    def name(self, what="page"):
+        """A name that no other page of this class has."""
+        return f"{what}-{next(self.numbers)}"
+
+    def clean(self, body="", head="", path=None, host="127.0.0.1"):
+        """Serves a clean page; gives its name and its address."""
+        name = self.name("clean")
+        return name, self.server.serve(path or f"/{name}", answers.page(pages.html(name, body, head)), host)
+
+    def forbidden(self, host="127.0.0.1", **answer):
+        """Serves a page that must be refused for its text; gives its name and its address."""
+        name = self.name("refused")
+        self.never_painted.append(name)
+        return name, self.server.serve(f"/{name}", answers.page(pages.forbidden(name), **answer), host)
+
+    def forbidden_address(self, host="127.0.0.1"):
+        """Serves a page whose address alone must be refused."""
+        name = self.name("refused")
+        self.never_painted.append(name)
+        return name, self.server.serve(f"/{pages.WORD}/{name}", answers.page(pages.html(
+            name, colour=pages.FORBIDDEN_COLOUR)), host)
+
+    def visit(self, body="", head="", host="127.0.0.1"):
+        """Goes to a new clean page and waits until it is painted."""
+        name, url = self.clean(body, head, host=host)
+        self.page.go(url)
+        self.painted(name)
+        self.assertNotEqual(BLOCKED, self.frame.caption)
+        return url
+
+    def painted(self, name, seconds=10.0):
+        try:
+            return self.server.wait_asked(pages.mark(name), seconds=seconds)
+        except AssertionError as error:
+            raise AssertionError(f"{name} is painted: {error}; {self.situation()}") from None
+
+    def wait_blocked(self, page=None, seconds=10.0):
+        """Waits until the frame says that a page was refused."""
+        wait_until(lambda: self.frame.blocked(), lambda: f"the page is refused; {self.situation()}", seconds)
+        page = page or self.page
+        wait_until(lambda: page.address == "", lambda: f"the address box is emptied; {self.situation()}")
+
+    def situation(self):
+        return (f"caption {self.frame.caption!r}, pages {[(page.caption, page.address) for page in self.frame.pages()]},"
+                f" asked {[(each.method, each.path[:80]) for each in self.server.asked()[-8:]]}")
+
+    def assert_never_painted(self, name):
+        self.assertEqual([], self.server.asked(pages.mark(name)), f"{name} is never painted")

@@ -1,0 +1,55 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Keyboard and mouse of the virtual display, and its windows as the display server knows them."""
+
+import subprocess
+
+
+class Hands:
+    def __init__(self, display):
+        self._display = display
+        self._environment = display.environment
+
+    def _xdotool(self, *words, check=True):
+        result = subprocess.run(["xdotool", *map(str, words)], env=self._environment, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if check and result.returncode != 0:
+            raise AssertionError(f"xdotool {' '.join(map(str, words))[:200]} failed")
+        return result.stdout
+
+    def windows(self, pid):
+        """Every window of the process that the screen shows: number and title, the oldest first."""
+        numbers = self._xdotool("search", "--onlyvisible", "--pid", pid, check=False).split()
+        return [(int(number), self.title(int(number))) for number in numbers]
+
+    def title(self, window):
+        return self._xdotool("getwindowname", window, check=False).rstrip("\n")
+
+    def place(self, window):
+        """Left, top, width and height of a window on the screen."""
+        lines = self._xdotool("getwindowgeometry", "--shell", window).split()
+        fields = dict(line.split("=") for line in lines)
+        return int(fields["X"]), int(fields["Y"]), int(fields["WIDTH"]), int(fields["HEIGHT"])
+
+    def focus(self, window):
+        """Gives the keyboard to a window: there is no window manager to do it."""
+        self._xdotool("windowfocus", "--sync", window)
+
+    def close_box(self, window):
+        """Asks a window to close as a desktop's close command does."""
+        self._xdotool("windowquit", window)
+
+    def move(self, x, y):
+        self._xdotool("mousemove", x, y)
+
+    def click(self, x, y, button=1, times=1):
+        self._xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 40, button)
+
+    def click_with(self, key, x, y, button=1):
+        """Clicks while a key is held."""
+        self._xdotool("mousemove", x, y, "keydown", key, "click", button, "keyup", key)
+
+    def key(self, *names):
+        self._xdotool("key", "--clearmodifiers", *names)
+
+    def type(self, text):
+        self._xdotool("type", "--clearmodifiers", "--delay", 3, text)

@@ -1,0 +1,185 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The program's windows in a person's words: the frame, the page windows in it, the boxes above it."""
+
+from .accessibility import Gone
+from .waiting import wait_until
+
+BLOCKED = "Possible Adult Content Has Been Detected.  Page will not be displayed."
+PRODUCT = "Kivandra"
+
+# Names by which assistive tools, and so these tests, know the controls.
+PAGE_ADDRESS = "Page address"
+FRAME_ADDRESS = "Address"
+CLOSE_PAGE = "Close page window"
+ROWS_ABOVE_PAGE = 80  # pixels
+TEXT_FIELD = ("text box", "entry", "text", "search box", "editable combo box", "password text")
+
+
+class Window:
+    """A top window: its controls, and its place on the screen."""
+
+    def __init__(self, hands, node, number):
+        self.hands, self.node, self.number = hands, node, number
+
+    @property
+    def caption(self):
+        return self.node.name
+
+    def open(self):
+        """Whether the window is still there."""
+        try:
+            return self.node.shown
+        except Gone:
+            return False
+
+    def find(self, name=None, role=None):
+        return self.node.find(name, role)
+
+    def wait_for(self, name=None, role=None, seconds=10.0):
+        return wait_until(lambda: self.node.find(name, role), lambda: f"{name or role} in\n{self.node.outline()}",
+                          seconds)
+
+    def field(self, name):
+        """The text field of this name, also when it stands inside a combo box of this name."""
+        def look():
+            for node in self.node.find_all(name):
+                if node.role in TEXT_FIELD:
+                    return node
+                inner = next((each for each in node.walk() if each.role in TEXT_FIELD), None)
+                if inner:
+                    return inner
+            return None
+        return wait_until(look, lambda: f"the field {name} in\n{self.node.outline()}")
+
+    def middle(self, node):
+        """Where a control's middle lies on the screen."""
+        left, top, width, height = node.extents()
+        x, y, _, _ = self.hands.place(self.number)
+        return x + left + width // 2, y + top + height // 2
+
+    def click(self, node, button=1, times=1):
+        self.hands.click(*self.middle(node), button, times)
+
+    def press(self, name, seconds=10.0):
+        """Presses the button of this name as soon as it can be pressed."""
+        button = self.wait_for(name, seconds=seconds)
+        wait_until(lambda: button.usable, f"{name} can be pressed", seconds)
+        self.click(button)
+
+    def close(self):
+        self.hands.close_box(self.number)
+
+
+class Page:
+    """A page window inside the frame."""
+
+    def __init__(self, frame, node):
+        self.frame, self.node = frame, node
+
+    def __eq__(self, other):
+        return isinstance(other, Page) and self.node == other.node
+
+    def __hash__(self):
+        return hash(self.node)
+
+    @property
+    def caption(self):
+        return self.node.name
+
+    def exists(self):
+        return self in self.frame.pages()
+
+    @property
+    def box(self):
+        """The address box."""
+        return self._field(PAGE_ADDRESS)
+
+    def _field(self, name):
+        for node in self.node.find_all(name):
+            for inner in node.walk():
+                if inner.role in TEXT_FIELD:
+                    return inner
+        return None
+
+    @property
+    def address(self):
+        box = self.box
+        return box.text if box else None
+
+    def go(self, address):
+        """Types an address into the box and presses Enter."""
+        box = wait_until(lambda: self.box, lambda: f"an address box in\n{self.node.outline()}")
+        self.frame.click(box)
+        wait_until(lambda: box.focused, "the address box has the keyboard")
+        self.frame.hands.key("ctrl+a", "BackSpace")
+        wait_until(lambda: box.text == "", "the address box is empty")
+        box.write(address)
+        wait_until(lambda: box.text == address, "the address box holds the address")
+        self.frame.hands.key("Return")
+
+    def page_middle(self):
+        """The middle of the page itself on the screen, below title and address row."""
+        left, top, width, height = self.node.extents()
+        x, y, _, _ = self.frame.hands.place(self.frame.number)
+        return x + left + width // 2, y + top + (height + ROWS_ABOVE_PAGE) // 2
+
+    def click_page(self, button=1, key=None):
+        """Clicks into the middle of the page."""
+        if key:
+            self.frame.hands.click_with(key, *self.page_middle(), button)
+        else:
+            self.frame.hands.click(*self.page_middle(), button)
+
+    def button(self, name):
+        return self.node.find(name)
+
+    def extents(self):
+        return self.node.extents()
+
+    def close(self):
+        self.frame.click(self.node.find(CLOSE_PAGE))
+        wait_until(lambda: not self.exists(), "the page window closes")
+
+
+class Frame(Window):
+    """The frame, with the page windows in it."""
+
+    def pages(self):
+        """Every page window, the one in front last."""
+        found = []
+
+        def walk(node, window):
+            for child in node.children():
+                if child.name == CLOSE_PAGE:
+                    found.append(Page(self, window))
+                    return
+                walk(child, child if child.role == "group" and child.name else window)
+
+        try:
+            walk(self.node, None)
+        except Gone:
+            return []  # a window went while we looked
+        return found
+
+    def page(self):
+        """The page window in front."""
+        return wait_until(lambda: next(iter(reversed(self.pages())), None), lambda: f"a page in\n{self.node.outline()}")
+
+    def tool(self, name):
+        return wait_until(lambda: self.node.find(name), lambda: f"the tool {name} in\n{self.node.outline()}")
+
+    def blocked(self):
+        """Whether the frame says that a page was refused, and offers the lock."""
+        return self.caption == BLOCKED and self.tool("Lock").usable
+
+    def new_page(self):
+        """Opens another page window: Enter in the frame's empty address box."""
+        before = self.pages()
+        box = self.field(FRAME_ADDRESS)
+        self.click(box)
+        wait_until(lambda: box.focused, "the frame's address box has the keyboard")
+        box.write("")
+        wait_until(lambda: box.text == "", "the frame's address box is empty")
+        self.hands.key("Return")
+        return wait_until(lambda: next((page for page in self.pages() if page not in before), None),
+                          "another page window opens")
