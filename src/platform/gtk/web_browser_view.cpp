@@ -164,6 +164,7 @@ void BrowserView::Refresh() {
 void BrowserView::Stop() {
   RequireView();
   desk_.DropAll();
+  starting_ = false;
   if (view_ != nullptr) webkit_web_view_stop_loading(view_);
 }
 
@@ -335,9 +336,10 @@ void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& addr
 
 void BrowserView::OnLoading(GParamSpec* /*property*/) {
   if (webkit_web_view_is_loading(view_) != FALSE || !starting_) return;
-  // The load that the program began ended without a start: it was a step inside the page, judged before it began.
   starting_ = false;
   const std::string address = EngineAddress();
+  if (address == address_) return;  // not decided yet, and the engine shows the old address until then
+  // A step back or forward inside the page: it was judged before it began, and the engine asks nothing.
   Later([this, address] {
     desk_.ForgetAllowedLoad();
     if (!loading_ && address != address_ && address == EngineAddress()) ReportArrival(address);
