@@ -170,11 +170,16 @@ void Store::CheckFile() const {
   struct stat status {};
   if (::stat(path_.c_str(), &status) != 0) {
     if (errno != ENOENT) ThrowNoAccess(path_, errno);
-    // A dangling link is somebody's arrangement, not a first start.
-    if (::lstat(path_.c_str(), &status) == 0) ThrowDamaged(path_);
-    // The journal of a store that is gone would be played back into a new one.
     const std::string journal = JournalOf(path_);
-    if (::lstat(journal.c_str(), &status) == 0 && status.st_size > 0) ThrowMissing(path_, journal);
+    const bool journalLies = ::lstat(journal.c_str(), &status) == 0 && status.st_size > 0;
+    if (::lstat(path_.c_str(), &status) == 0) {
+      // Another process has made it since. If not, it is a link that leads nowhere: somebody's arrangement,
+      // and no first start.
+      if (::stat(path_.c_str(), &status) != 0) ThrowDamaged(path_);
+      return CheckFile();
+    }
+    // The journal of a store that is gone would be played back into a new one.
+    if (journalLies) ThrowMissing(path_, journal);
     Create();
     return;
   }
@@ -242,6 +247,17 @@ void Store::CheckContents() {
     Statement statement(*this, "PRAGMA integrity_check(1)");
     Query query(statement);
     if (!query.Step() || query.Text(0) != "ok") ThrowDamaged(path_);
+  }
+  {
+    // SQLite takes the missing end of a last page for zeros.
+    Statement statement(*this, "SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
+    Query query(statement);
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(connection_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_int64 size = 0;
+    if (!query.Step() || file->pMethods->xFileSize(file, &size) != SQLITE_OK || query.Number(0) != size) {
+      ThrowDamaged(path_);
+    }
   }
   {
     // Values without a key, and keys that hang in the air.
