@@ -29,6 +29,11 @@ std::string StoredHomePage(RegistryCalls& registry) {
   return GetSetting(registry, "Kivandra", "Home Page", "URL");
 }
 
+std::string HomePage(RegistryCalls& registry) {
+  const std::string stored = StoredHomePage(registry);
+  return stored.empty() ? std::string(hosts::kProductHome) : stored;
+}
+
 void Application::SetVisible(bool visible) {
   if (!visible) {
     visible_ = false;

@@ -66,5 +66,7 @@ class Application {
 
 /// The home page that the parent stored, empty if there is none.
 std::string StoredHomePage(RegistryCalls& registry);
+/// The stored home page, or the product's if there is none.
+std::string HomePage(RegistryCalls& registry);
 
 }  // namespace kivandra

@@ -24,8 +24,7 @@ void frmMain::mnuEditCopy_Click() {
 
 void frmMain::mnuFileNew_Click() {
   services_.application.NewWindow();
-  const std::string homePage = StoredHomePage(services_.registry);
-  services_.application.Navigate(homePage.empty() ? std::string(hosts::kProductHome) : homePage);
+  services_.application.Navigate(HomePage(services_.registry));
   BackBypass = false;
 }
 

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Picks the platform's adapters and hands them to the program.
+#include <cstdio>
+#include <string>
+
+#include "hosts.h"
+#include "platform/gtk/form_loader.h"
+#include "platform/gtk/gtk_clipboard.h"
+#include "platform/gtk/gtk_message_boxes.h"
+#include "platform/gtk/gtk_start.h"
+#include "platform/gtk/keyboard_hook.h"
+#include "platform/gtk/main_events.h"
+#include "platform/gtk/web_engine.h"
+#include "platform/linux/file_calls.h"
+#include "platform/linux/instance_calls.h"
+#include "platform/linux/page_fetch.h"
+#include "platform/linux/settings_tree.h"
+#include "platform/linux/site_server.h"
+#include "platform/linux/sound.h"
+#include "platform/linux/system_info.h"
+#include "platform/platform_error.h"
+#include "program/program.h"
+
+namespace {
+
+using namespace kivandra;
+
+/// The engine's own number, for the test of its age.
+constexpr DllVersionInfo kEngineVersion{605, 1};
+
+/// Everything that the program stands on, made in this order and taken down in the other.
+struct Machine {
+  explicit Machine(const linux_impl::LinuxSystemInfo& systemInfo) : system(systemInfo) {}
+
+  const linux_impl::LinuxSystemInfo& system;
+  gtk::MainEvents events;
+  gtk::WebEngine engine{system.ProgramDirectory() + "/pages"};
+  gtk::FormLoader forms{system.ProgramDirectory(), engine};
+  gtk::GtkMessageBoxes boxes{forms};
+  gtk::GtkClipboard clipboard;
+  gtk::GtkKeyboardHook keyboard;
+  linux_impl::SettingsTree registry{system.GetWindowsDirectoryA() + "/registry.db"};
+  linux_impl::LinuxInstanceCalls instance;
+  linux_impl::LinuxFileCalls files;
+  linux_impl::GstSound sound;
+  linux_impl::PageFetcher fetch{engine.Session()};
+  linux_impl::SiteServer site{system.ProgramDirectory() + "/site",
+                              {std::string(hosts::kProductDomain), std::string(hosts::kForwarderDomain)}};
+};
+
+/// Runs the program until its last window is gone.
+void Run(Machine& machine) {
+  machine.system.SetUp();
+  if (const std::string problem = machine.site.Start(hosts::kSitePort); !problem.empty()) {
+    std::fprintf(stderr, "kivandra: %s\n", problem.c_str());
+  }
+  machine.engine.SetHome([&machine] { return HomePage(machine.registry); });
+  Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance, machine.system,
+                   machine.files, machine.sound, machine.fetch, machine.clipboard, machine.engine.Session(),
+                   machine.keyboard});
+  program.Run();
+  while (!machine.forms.Loaded().empty()) {
+    machine.events.WaitForEvents();
+  }
+}
+
+}  // namespace
+
+int main() {
+  gtk::PrepareEngineEnvironment();
+  const linux_impl::LinuxSystemInfo system(kEngineVersion);
+  if (!gtk::StartToolkit(system.ProgramDirectory())) {
+    std::fputs("kivandra: there is no display to open a window on.\n", stderr);
+    return 1;
+  }
+  Machine machine(system);
+  // Without its sandbox the engine would end the process at the first page, without a word.
+  if (const std::string problem = gtk::SandboxProblem(); !problem.empty()) {
+    machine.boxes.MsgBox(problem, kMsgCritical, {});
+    return 1;
+  }
+  try {
+    Run(machine);
+  } catch (const PlatformError& error) {
+    machine.boxes.MsgBox(error.what(), kMsgCritical, {});
+    return 1;
+  }
+  return 0;
+}
