@@ -25,8 +25,8 @@ class Navigation {
   /// True until the question is answered or the engine no longer waits for it.
   [[nodiscard]] virtual bool Pending() const = 0;
   /// Called once if the engine gives the question up before it is answered (a newer load, Stop, a closed
-  /// window): the judge should drop what it does for it, and its verdict would have no effect. The last
-  /// handler set counts.
+  /// window): the judge should drop what it does for it, and its verdict would have no effect. The handler
+  /// may let go of the last hold on the navigation. The last handler set counts.
   virtual void OnDropped(std::function<void()> handler) = 0;
 };
 

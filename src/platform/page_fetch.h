@@ -7,7 +7,8 @@
 
 namespace kivandra {
 
-/// A fetch on its way; destroying it drops the fetch, and its answer then never comes.
+/// A fetch on its way; destroying it drops the fetch, and its answer then never comes. It may be destroyed
+/// inside its own answer.
 class FetchTicket {
  public:
   virtual ~FetchTicket() = default;

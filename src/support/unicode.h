@@ -51,15 +51,15 @@ inline const CharRecord& RecordOf(char32_t c) {
 /// True for a letter or a decimal digit. An underscore is neither.
 [[nodiscard]] inline bool IsLetterOrDigit(char32_t c) { return unicode_tables::RecordOf(c).kind != 0; }
 
-/// Simple case folding, one code point to one: two letters that differ in case alone fold to the same. A folded letter
-/// is a letter, a folded digit is itself, and folding twice changes nothing more.
+/// Simple case folding, one code point to one: two letters that differ in case alone fold to the same. A
+/// folded letter is a letter, a folded digit is itself, and folding twice changes nothing more.
 [[nodiscard]] inline char32_t FoldCase(char32_t c) {
   return static_cast<char32_t>(static_cast<std::int64_t>(c) + unicode_tables::RecordOf(c).foldOffset);
 }
 
-/// Reads the code point at byte `at` of `text` and moves `at` behind it. A byte that begins no valid sequence (a stray
-/// or missing continuation byte, an overlong form, a surrogate, a value above U+10FFFF) is read by itself as
-/// kReplacementCharacter. `at` must be inside of `text`.
+/// Reads the code point at byte `at` of `text` and moves `at` behind it. A byte that begins no valid sequence
+/// (a stray or missing continuation byte, an overlong form, a surrogate, a value above U+10FFFF) is read by
+/// itself as kReplacementCharacter. `at` must be inside of `text`.
 [[nodiscard]] char32_t DecodeUtf8(std::string_view text, std::size_t& at);
 
 }  // namespace kivandra
