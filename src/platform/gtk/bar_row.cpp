@@ -31,14 +31,15 @@ BarRow::BarRow() {
   g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_TOOLBAR, nullptr);
   add_css_class("kv-bar");
   set_overflow(Gtk::Overflow::HIDDEN);
+  signal_destroy().connect([this] {
+    items_.clear();
+    while (Gtk::Widget* child = get_first_child()) {
+      child->unparent();
+    }
+  });
 }
 
-BarRow::~BarRow() {
-  idle_.disconnect();
-  while (Gtk::Widget* child = get_first_child()) {
-    child->unparent();
-  }
-}
+BarRow::~BarRow() { idle_.disconnect(); }
 
 void BarRow::Append(Gtk::Widget& tool, Role role) {
   tool.insert_at_end(*this);

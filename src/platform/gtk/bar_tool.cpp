@@ -136,6 +136,7 @@ Gtk::Widget* ToolView::MakeEdit() {
   entry_ = Gtk::make_managed<Gtk::Entry>();
   entry_->set_placeholder_text(ValidText(data_.caption));
   entry_->set_width_chars(1);
+  entry_->set_max_width_chars(1);
   entry_->set_hexpand(true);
   SetAccessibleName(*entry_, data_.caption);
   auto focus = Gtk::EventControllerFocus::create();

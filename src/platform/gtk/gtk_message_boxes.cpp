@@ -18,7 +18,7 @@ constexpr int kButtonsOf = 0xF;
 constexpr int kPictureOf = 0xF0;
 constexpr int kDefaultOf = 0xF00;
 constexpr int kPictureSize = 48;
-constexpr int kLineLength = 52;  // characters; longer texts wrap
+constexpr int kLineLength = 47;  // characters; longer texts wrap
 constexpr int kButtonWidth = 96;
 constexpr std::size_t kMostCharacters = 4000;
 constexpr int kGap = 16;
@@ -67,8 +67,8 @@ class Box {
     if (parent != nullptr) {
       window_.set_transient_for(*parent);
     }
+    window_.set_focus(*default_);
     window_.present();
-    default_->grab_focus();
     window_.present();  // the second time for desktops that leave the focus to the window itself
     while (!answer_) {
       g_main_context_iteration(nullptr, TRUE);

@@ -48,10 +48,9 @@ bool StartToolkit(const std::string& assets) {
   theme->add_search_path(assets + "/icons");
   Gtk::Window::set_default_icon_name("kivandra");
 
-  // The default dress first, for windows that no skin was set for; then what looks the same under every skin.
-  LoadProgramSheet(assets + "/css/structure.css");
-  LoadProgramSheet(assets + "/css/fixed.css");
-  LoadProgramSheet(assets + "/winaqua.skn");
+  LoadProgramSheet(assets + "/css/structure.css", ProgramSheet::DefaultDress);
+  LoadProgramSheet(assets + "/winaqua.skn", ProgramSheet::DefaultDress);
+  LoadProgramSheet(assets + "/css/fixed.css", ProgramSheet::Fixed);
   return true;
 }
 

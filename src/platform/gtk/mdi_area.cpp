@@ -14,14 +14,15 @@ MdiArea::MdiArea() {
   add_css_class("kv-desk");
   set_overflow(Gtk::Overflow::HIDDEN);
   set_expand(true);
+  signal_destroy().connect([this] {
+    sizeChanged_.disconnect();
+    while (Gtk::Widget* child = get_first_child()) {
+      child->unparent();
+    }
+  });
 }
 
-MdiArea::~MdiArea() {
-  sizeChanged_.disconnect();
-  while (Gtk::Widget* child = get_first_child()) {
-    child->unparent();
-  }
-}
+MdiArea::~MdiArea() { sizeChanged_.disconnect(); }
 
 bool MdiArea::Has(const MdiChild* child) const {
   return std::find(children_.begin(), children_.end(), child) != children_.end();
@@ -71,12 +72,14 @@ void MdiArea::SetState(MdiChild& child, WindowState state) {
     child.iconSlot_ = -1;
   }
   queue_resize();
-  if (child.get_visible()) {
-    MdiChild* next = state == WindowState::Minimized && active_ == &child ? Following(&child) : &child;
+  if (child.get_visible() && state != WindowState::Minimized) {
+    Activate(&child);
+  } else if (active_ == &child) {
+    MdiChild* next = Following(&child);
     Activate(next != nullptr ? next : &child);
-    if (hadFocus && active_ != nullptr) {
-      active_->GiveFocus();
-    }
+  }
+  if (hadFocus && active_ != nullptr) {
+    active_->GiveFocus();
   }
   if (Has(&child)) {
     child.owner_.ChildResized();

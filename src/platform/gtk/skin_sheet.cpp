@@ -12,8 +12,10 @@ namespace kivandra::gtk {
 namespace {
 
 constexpr std::size_t kLargestSheet = std::size_t{4} << 20U;
-// Above the program's own sheets: in its own windows a dress has the last word.
-constexpr unsigned kSkinPriority = GTK_STYLE_PROVIDER_PRIORITY_APPLICATION + 1;
+// A child window lies in a skinned window and yet looks its own way, so the fixed sheet has the last word.
+constexpr unsigned kDefaultPriority = GTK_STYLE_PROVIDER_PRIORITY_APPLICATION;
+constexpr unsigned kSkinPriority = kDefaultPriority + 1;
+constexpr unsigned kFixedPriority = kSkinPriority + 1;
 
 constexpr std::array kColours{
     "title_top",   "title_bottom", "title_line", "title_ink", "menu_bg",  "bar_top",   "bar_bottom",
@@ -162,9 +164,10 @@ std::string ReadSheet(const std::string& path) {
   return text;
 }
 
-void LoadProgramSheet(const std::string& path) {
-  Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), Parsed(ReadSheet(path)),
-                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+void LoadProgramSheet(const std::string& path, ProgramSheet kind) {
+  Gtk::StyleContext::add_provider_for_display(
+      Gdk::Display::get_default(), Parsed(ReadSheet(path)),
+      kind == ProgramSheet::Fixed ? kFixedPriority : kDefaultPriority);
 }
 
 std::shared_ptr<SkinSheet> SkinSheet::Load(const std::string& skinFile, const std::string& structure) {

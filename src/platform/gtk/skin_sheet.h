@@ -36,9 +36,10 @@ class SkinSheet {
   Glib::RefPtr<Gtk::CssProvider> provider_;
 };
 
-/// Loads a sheet of the program for the whole display, beneath every dress. Throws PlatformError if the file
-/// can't be read or is broken.
-void LoadProgramSheet(const std::string& path);
+/// A sheet of the program: what windows wear that no skin was set for, or what looks the same under every skin.
+enum class ProgramSheet { DefaultDress, Fixed };
+/// Loads such a sheet for the whole display. Throws PlatformError if the file can't be read or is broken.
+void LoadProgramSheet(const std::string& path, ProgramSheet kind);
 /// Whole text of a file of at most 4 MiB; throws PlatformError.
 [[nodiscard]] std::string ReadSheet(const std::string& path);
 
