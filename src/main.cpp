@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "core/application.h"
 #include "hosts.h"
 #include "platform/gtk/form_loader.h"
 #include "platform/gtk/gtk_clipboard.h"
