@@ -69,8 +69,12 @@ class FakeFrame : public BrowserFrame, public GateFrame {
     LastDeactivated = std::move(window);
   }
   std::shared_ptr<frmBrowser> NewBrowser() override {
-    windows.push_back(frmBrowser::Create(*services));
-    return windows.back();
+    const auto window = frmBrowser::Create(*services);
+    windows.push_back(window);
+    if (onNewWindow) {
+      onNewWindow(*window);
+    }
+    return window;
   }
   void BrowserUnloaded(const frmBrowser& window) override {
     journal_.Note("BrowserUnloaded");
@@ -97,6 +101,7 @@ class FakeFrame : public BrowserFrame, public GateFrame {
   std::vector<std::shared_ptr<frmBrowser>> windows;
   std::weak_ptr<frmBrowser> LastDeactivated;
   std::function<void()> onCopy;  ///< what a copy does to the clipboard
+  std::function<void(frmBrowser&)> onNewWindow;
   bool startUp = false;
 
  private:
