@@ -17,7 +17,8 @@ namespace kivandra::fakes {
 
 /// The settings tree in memory, for tests that need some tree and no file. Reads and writes of values go into
 /// the journal, if there is one ("Read T_PW", "Write T_PW = abc"), and fail when the journal says so. With
-/// `failAt` n the n-th call of any kind throws. It folds the case of ASCII and Latin-1 letters.
+/// `failAt` n the n-th call of any kind throws. It folds the case of the letters of
+/// code page 1252 (but Y with diaeresis).
 class MemoryRegistry : public RegistryCalls {
  public:
   explicit MemoryRegistry(Journal* journal = nullptr) : journal_(journal) {
@@ -247,6 +248,8 @@ class MemoryRegistry : public RegistryCalls {
       const auto byte = static_cast<unsigned char>(c);
       const bool accented = before == 0xC3 && byte <= 0x9E && byte != 0x97;
       if ((byte >= 'A' && byte <= 'Z') || accented) c = static_cast<char>(byte + 0x20);
+      // OE ligature, S and Z with caron.
+      if (before == 0xC5 && (byte == 0x92 || byte == 0xA0 || byte == 0xBD)) c = static_cast<char>(byte + 1);
       before = byte;
     }
     return folded;

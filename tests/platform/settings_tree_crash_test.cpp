@@ -83,7 +83,7 @@ class SettingsTreeProcesses : public ::testing::Test {
 };
 
 TEST_F(SettingsTreeProcesses, TwoProcessesThatWriteAtOnceLoseNothing) {
-  constexpr int kWrites = 100;
+  constexpr int kWrites = 40;
   const auto write = [this](const std::string& mark) {
     return [this, mark] {
       SettingsTree tree(path_);
