@@ -53,6 +53,9 @@ class FakeControl : public virtual Control {
     height = h;
   }
 
+  /// The control's window is unloaded: what it holds can still be looked at, but nothing changes it any more.
+  void LetGo() { gone_ = true; }
+
   bool enabled = true;
   bool visible = true;
   Twips left = 0;
@@ -61,12 +64,18 @@ class FakeControl : public virtual Control {
   Twips height = 0;
 
  protected:
-  /// Records a change; throws if the journal says so, before the change is made.
-  void Say(const std::string& what) const { journal_.Call(name_ + "." + what); }
+  /// Records a change; throws if the journal says so, before the change is made, or if the window is gone.
+  void Say(const std::string& what) const {
+    if (gone_) {
+      throw PlatformError(kObjectNotSet, "the window of " + name_ + " is gone");
+    }
+    journal_.Call(name_ + "." + what);
+  }
 
  private:
   std::string name_;
   Journal& journal_;
+  bool gone_ = false;
 };
 
 class FakeTextBox : public FakeControl, public TextBox {

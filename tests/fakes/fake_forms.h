@@ -6,6 +6,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -203,6 +204,8 @@ class FakeForms : public Forms {
       {"frmBrowser.TimerENTER", {100, false}},  {"frmBrowser.Timer1", {40000, false}},
   };
   std::map<std::string, std::shared_ptr<FakeForm>> byName;
+  /// Every control that was asked for: form, name, kind.
+  std::set<std::tuple<std::string, std::string, ControlKind>> askedFor;
   FakeForm* active = nullptr;
 
  private:
@@ -282,12 +285,16 @@ inline bool FakeForm::Close(UnloadMode mode) {
     if (auto* timer = dynamic_cast<FakeTimer*>(control.get()); timer != nullptr) {
       forms_.loop.Disarm(timer);
     }
+    if (auto* fake = dynamic_cast<FakeControl*>(control.get()); fake != nullptr) {
+      fake->LetGo();
+    }
   }
   forms_.Forget(this);
   return true;
 }
 
 inline Control& FakeForm::FindControl(std::string_view name, ControlKind kind) {
+  forms_.askedFor.emplace(name_, std::string(name), kind);
   const auto found = controls_.find(name);
   if (found != controls_.end()) {
     return *found->second;

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The form files hold what the logic asks for, and the fakes agree with them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "fakes/whole_program.h"
+
+namespace kivandra {
+namespace {
+
+struct FormObject {
+  std::string type;
+  std::map<std::string, std::string> properties;  // those that stand before the next object
+};
+using FormFile = std::map<std::string, FormObject>;
+
+FormFile ReadForm(const std::string& name) {
+  std::stringstream text;
+  text << std::ifstream(std::string(KV_SOURCE_DIR) + "/assets/forms/" + name + ".ui").rdbuf();
+  const std::string source = text.str();
+  FormFile form;
+  const std::regex object("<object class=\"([A-Za-z]+)\" id=\"([A-Za-z0-9_]+)\"");
+  const std::regex property("<property name=\"([a-z-]+)\"[^>]*>([^<]*)</property>");
+  std::string rest = source;
+  for (std::sregex_iterator each(source.begin(), source.end(), object), end; each != end; ++each) {
+    FormObject& made = form[(*each)[2]];
+    made.type = (*each)[1];
+    const auto from = static_cast<std::size_t>(each->position() + each->length());
+    const std::string body = source.substr(from, source.find("<object", from) - from);
+    for (std::sregex_iterator one(body.begin(), body.end(), property); one != end; ++one) {
+      made.properties[(*one)[1]] = (*one)[2];
+    }
+  }
+  return form;
+}
+
+/// The types of object that may stand for a kind of control.
+std::set<std::string> TypesOf(ControlKind kind) {
+  switch (kind) {
+    case ControlKind::TextBox:
+      return {"GtkEntry", "GtkPasswordEntry"};
+    case ControlKind::ComboBox:
+      return {"GtkComboBoxText"};
+    case ControlKind::Button:
+      return {"GtkButton"};
+    case ControlKind::Label:
+    case ControlKind::StatusBar:
+      return {"GtkLabel"};
+    case ControlKind::Timer:
+      return {"KvTimer"};
+    case ControlKind::SkinForm:
+      return {"KvSkinForm"};
+    case ControlKind::BarControl:
+    case ControlKind::MdiClient:
+    case ControlKind::PageView:
+    case ControlKind::PictureBox:
+    case ControlKind::WebBrowser:
+      return {"GtkBox"};
+  }
+  return {};
+}
+
+TEST(FormFilesTest, HoldEveryControlThatTheProgramAsksFor) {
+  fakes::WholeProgram world;
+  // A first start, a block with its grant, and a closing ask for every control there is.
+  world.loop.After(10, [&] {
+    auto& window = world.forms.Of("frmFirstLog");
+    window.TextBoxOf("txtPassword1").text = "s";
+    window.TextBoxOf("txtPassword").text = "s";
+    window.ButtonOf("SkinButton1").Click();
+  });
+  world.program.Run();
+  world.PassStartUp();
+  world.Type("http://www.porn.org");
+  world.boxes.Expect("Allow http://www.porn.org for this session?", 276, "Session Lock", MsgBoxResult::Yes);
+  world.loop.After(10, [&] {
+    world.forms.Of("frmPassword").TextBoxOf("txtPassword").text = "s";
+    world.forms.Of("frmPassword").ButtonOf("cmdOK").Click();
+  });
+  world.Click("MainBar", "Lock");
+  world.Frame().Close(UnloadMode::ControlMenu);
+
+  ASSERT_GT(world.forms.askedFor.size(), 30U);
+  std::map<std::string, FormFile> files;
+  for (const auto& [form, name, kind] : world.forms.askedFor) {
+    if (files.count(form) == 0) {
+      files[form] = ReadForm(form);
+    }
+    ASSERT_TRUE(files[form].count(name) == 1) << form << " has no " << name;
+    EXPECT_TRUE(TypesOf(kind).count(files[form][name].type) == 1)
+        << form << "." << name << " is a " << files[form][name].type;
+  }
+}
+
+TEST(FormFilesTest, TimersTickAsTheFakesSay) {
+  fakes::FakeWorld world;
+  for (const auto& [path, data] : world.forms.timers) {
+    const auto dot = path.find('.');
+    FormFile form = ReadForm(path.substr(0, dot));
+    const std::string name = path.substr(dot + 1);
+    ASSERT_EQ(form[name].type, "KvTimer") << path;
+    EXPECT_EQ(form[name].properties["interval"], std::to_string(data.interval)) << path;
+    EXPECT_EQ(form[name].properties["enabled"] == "True", data.enabled) << path;
+  }
+}
+
+TEST(FormFilesTest, TheRootBearsTheNameOfItsFile) {
+  for (const auto& file : std::filesystem::directory_iterator(std::string(KV_SOURCE_DIR) + "/assets/forms")) {
+    const std::string name = file.path().stem().string();
+    EXPECT_EQ(ReadForm(name).count(name), 1U) << name;
+  }
+}
+
+}  // namespace
+}  // namespace kivandra
