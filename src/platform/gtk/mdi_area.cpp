@@ -42,8 +42,16 @@ void MdiArea::Remove(MdiChild& child) {
     active_ = nullptr;  // it is gone: nobody tells it
     if (MdiChild* next = Following(&child)) {
       ActivateWithFocus(*next);
+    } else {
+      HoldFocus();
     }
   }
+}
+
+void MdiArea::HoldFocus() {
+  // Left to itself the toolkit would give the focus to the next control in line, the frame's minimise button.
+  set_focusable(true);
+  grab_focus();
 }
 
 void MdiArea::Show(MdiChild& child, bool visible) {
@@ -55,6 +63,9 @@ void MdiArea::Show(MdiChild& child, bool visible) {
     ActivateWithFocus(child);
   } else if (active_ == &child) {
     Activate(Following(&child));
+    if (active_ == nullptr) {
+      HoldFocus();
+    }
   }
 }
 
@@ -122,6 +133,7 @@ void MdiArea::MakeActive(MdiChild* child) {
   }
   // The owner of the one before may have closed or activated others meanwhile.
   if (child != nullptr && active_ == child) {
+    set_focusable(false);
     child->Dress(true);
     child->owner_.ChildActivated();
   }

@@ -63,6 +63,8 @@ class MdiArea : public Gtk::Widget {
 
   [[nodiscard]] bool Has(const MdiChild* child) const;
   void MakeActive(MdiChild* child);
+  /// The focus stays here while there is no child to have it.
+  void HoldFocus();
   /// Who follows the active child: the one in front of the others; a minimised one only if there is no other.
   [[nodiscard]] MdiChild* Following(const MdiChild* leaving) const;
   [[nodiscard]] std::vector<MdiChild*> Shown(bool minimised) const;
