@@ -44,7 +44,7 @@ struct Machine {
   linux_impl::LinuxInstanceCalls instance;
   linux_impl::LinuxFileCalls files;
   linux_impl::GstSound sound;
-  linux_impl::PageFetcher fetch{engine.Session()};
+  linux_impl::SoupPageFetch fetch{engine.Session()};
   linux_impl::SiteServer site{system.ProgramDirectory() + "/site",
                               {std::string(hosts::kProductDomain), std::string(hosts::kForwarderDomain)}};
 };
