@@ -1,0 +1,395 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/page_fetch.h"
+
+#include <gio/gio.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <map>
+#include <optional>
+
+#include "fetch/raw_server.h"
+
+namespace kivandra::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// An engine that has one cookie for each host that it was given, and answers from the event loop.
+class FakeIdentity : public EngineIdentity {
+ public:
+  std::map<std::string, std::string> cookies;    // beginning of an address, cookies
+  std::map<std::string, std::string> referrers;  // address, referrer
+  std::vector<std::string> asked;
+
+  [[nodiscard]] std::string UserAgent() const override { return "Engine/1"; }
+  [[nodiscard]] std::string Accept() const override { return "text/html,*/*;q=0.8"; }
+  [[nodiscard]] std::string AcceptLanguage() const override { return "es-MX,es;q=0.90"; }
+  [[nodiscard]] std::string Referrer(const std::string& url) const override {
+    const auto found = referrers.find(url);
+    return found != referrers.end() ? found->second : std::string();
+  }
+  void CookieHeader(const std::string& url, std::function<void(std::string header)> done) override {
+    asked.push_back(url);
+    std::string header;
+    for (const auto& [beginning, value] : cookies) {
+      if (url.starts_with(beginning)) header = value;
+    }
+    g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer data) -> gboolean {
+          (*static_cast<std::function<void()>*>(data))();
+          return G_SOURCE_REMOVE;
+        },
+        new std::function<void()>([done, header] { done(header); }),
+        [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
+  }
+};
+
+class PageFetching : public ::testing::Test {
+ protected:
+  FakeIdentity identity;
+
+  /// Runs the event loop until `done` holds or the time is over.
+  static bool RunUntil(const std::function<bool()>& done, milliseconds patience = milliseconds(20000)) {
+    bool late = false;
+    const guint alarm = g_timeout_add(
+        static_cast<guint>(patience.count()),
+        [](gpointer flag) -> gboolean {
+          *static_cast<bool*>(flag) = true;
+          return G_SOURCE_CONTINUE;
+        },
+        &late);
+    while (!done() && !late) g_main_context_iteration(nullptr, TRUE);
+    g_source_remove(alarm);
+    return done();
+  }
+
+  std::optional<std::string> Fetch(const std::string& url, linux_impl::FetchLimits limits = {}) {
+    linux_impl::SoupPageFetch fetch(identity, limits);
+    std::optional<std::string> source;
+    bool inside = true;
+    const auto ticket = fetch.FetchPage(url, [&](std::string text) {
+      EXPECT_FALSE(inside);
+      EXPECT_FALSE(source.has_value()) << "answered twice";
+      source = std::move(text);
+    });
+    inside = false;
+    RunUntil([&] { return source.has_value(); });
+    return source;
+  }
+};
+
+std::string Gzip(const std::string& bytes) {
+  GZlibCompressor* compressor = g_zlib_compressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP, 9);
+  GInputStream* memory = g_memory_input_stream_new_from_data(bytes.data(), static_cast<gssize>(bytes.size()), nullptr);
+  GInputStream* packed = g_converter_input_stream_new(memory, G_CONVERTER(compressor));
+  std::string result;
+  char piece[4096];
+  for (gssize count; (count = g_input_stream_read(packed, piece, sizeof piece, nullptr, nullptr)) > 0;) {
+    result.append(piece, static_cast<std::size_t>(count));
+  }
+  g_object_unref(packed);
+  g_object_unref(memory);
+  g_object_unref(compressor);
+  return result;
+}
+
+RawServer::Handler Always(const std::string& answer) {
+  return [answer](Connection& connection, const std::string&) { connection.Send(answer); };
+}
+
+TEST_F(PageFetching, GivesTheSourceOfAPage) {
+  RawServer server(Always(HttpAnswer("<p>héllo</p>")));
+  EXPECT_EQ(Fetch(server.Url("/")), "<p>héllo</p>");
+}
+
+TEST_F(PageFetching, LooksLikeTheEngineToTheServer) {
+  RawServer server(Always(HttpAnswer("x")));
+  identity.cookies[server.Url("/")] = "a=b; c=d";
+  ASSERT_EQ(Fetch(server.Url("/p?q=1")), "x");
+  const std::string request = server.Requests().at(0);
+  EXPECT_THAT(request, ::testing::StartsWith("GET /p?q=1 HTTP/1.1\r\n"));
+  for (const char* header :
+       {"\r\nUser-Agent: Engine/1\r\n", "\r\nAccept: text/html,*/*;q=0.8\r\n", "\r\nAccept-Language: es-MX,es;q=0.90\r\n",
+        "\r\nCookie: a=b; c=d\r\n", "\r\nAccept-Encoding: gzip, deflate\r\n", "\r\nUpgrade-Insecure-Requests: 1\r\n",
+        "\r\nSec-Fetch-Dest: document\r\n", "\r\nSec-Fetch-Mode: navigate\r\n", "\r\nSec-Fetch-Site: none\r\n"}) {
+    EXPECT_THAT(request, HasSubstr(header));
+  }
+  EXPECT_THAT(request, Not(HasSubstr("Referer")));
+}
+
+TEST_F(PageFetching, SendsTheReferrerThatTheEngineWillSend) {
+  RawServer server(Always(HttpAnswer("x")));
+  identity.referrers[server.Url("/p")] = server.Url("/from");
+  ASSERT_EQ(Fetch(server.Url("/p")), "x");
+  EXPECT_THAT(server.Requests().at(0), HasSubstr("\r\nReferer: " + server.Url("/from") + "\r\n"));
+  EXPECT_THAT(server.Requests().at(0), HasSubstr("\r\nSec-Fetch-Site: same-origin\r\n"));
+}
+
+TEST_F(PageFetching, FollowsEveryKindOfRedirect) {
+  for (const char* status : {"301 Moved", "302 Found", "303 See", "307 Temporary", "308 Permanent"}) {
+    SCOPED_TRACE(status);
+    RawServer server([&](Connection& connection, const std::string& request) {
+      connection.Send(request.starts_with("GET /end") ? HttpAnswer("the end")
+                                                      : HttpAnswer("moved", "text/html", status, "Location: /end\r\n"));
+    });
+    EXPECT_EQ(Fetch(server.Url("/start")), "the end");
+  }
+}
+
+TEST_F(PageFetching, AsksForCookiesAtEveryStepAndSendsThemToNoOtherHost) {
+  RawServer other(Always(HttpAnswer("other")));
+  RawServer server([&](Connection& connection, const std::string&) {
+    connection.Send(HttpAnswer("", "text/html", "302 Found",
+                               "Set-Cookie: planted=1\r\nLocation: " + other.Url("/x", "localhost") + "\r\n"));
+  });
+  identity.cookies[server.Url("")] = "secret=1";
+  EXPECT_EQ(Fetch(server.Url("/")), "other");
+  EXPECT_THAT(server.Requests().at(0), HasSubstr("secret=1"));
+  EXPECT_THAT(other.Requests().at(0), Not(HasSubstr("Cookie")));
+  EXPECT_EQ(identity.asked, (std::vector<std::string>{server.Url("/"), other.Url("/x", "localhost")}));
+}
+
+TEST_F(PageFetching, DropsWhatAServerWantsToSet) {
+  RawServer server([](Connection& connection, const std::string& request) {
+    connection.Send(request.starts_with("GET /2")
+                        ? HttpAnswer("two")
+                        : HttpAnswer("", "text/html", "302 Found", "Set-Cookie: planted=1\r\nLocation: /2\r\n"));
+  });
+  EXPECT_EQ(Fetch(server.Url("/1")), "two");
+  EXPECT_THAT(server.Requests().at(1), Not(HasSubstr("planted")));
+}
+
+struct Chain {
+  const char* name;
+  int steps;
+  const char* source;
+};
+
+class RedirectChains : public PageFetching, public ::testing::WithParamInterface<Chain> {};
+
+TEST_P(RedirectChains, EndAfterTwentySteps) {
+  int left = GetParam().steps;
+  RawServer server([&](Connection& connection, const std::string&) {
+    connection.Send(left-- > 0 ? HttpAnswer("", "text/html", "302 Found", "Location: /again\r\n") : HttpAnswer("end"));
+  });
+  EXPECT_EQ(Fetch(server.Url("/")), GetParam().source);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RedirectChains,
+                         ::testing::Values(Chain{"Five", 5, "end"}, Chain{"Twenty", 20, "end"},
+                                           Chain{"TwentyOne", 21, ""}, Chain{"Endless", 1000000, ""}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(PageFetching, NeverLeavesTheWeb) {
+  for (const char* target : {"file:///etc/hostname", "data:text/html,x", "ftp://127.0.0.1/", "javascript:1", "mailto:a@b"}) {
+    SCOPED_TRACE(target);
+    RawServer server(Always(HttpAnswer("moved", "text/html", "302 Found", std::string("Location: ") + target + "\r\n")));
+    EXPECT_EQ(Fetch(server.Url("/")), "");
+    EXPECT_EQ(Fetch(target), "");
+  }
+}
+
+TEST_F(PageFetching, AnAddressThatIsNoneIsAnEmptyPage) {
+  for (const std::string& url : {std::string(), std::string("   "), std::string("http:///"), std::string("http://"),
+                                 std::string("about:blank"), std::string("\xff\x01"), std::string(1, '\0'),
+                                 "x" + std::string(1 << 20, 'y')}) {
+    EXPECT_EQ(Fetch(url), "");
+  }
+}
+
+TEST_F(PageFetching, ReadsTheBodiesOfErrorPages) {
+  for (const char* status : {"401 Unauthorized", "403 Forbidden", "404 Not Found", "500 Broken"}) {
+    RawServer server(Always(HttpAnswer("words", "text/html", status)));
+    EXPECT_EQ(Fetch(server.Url("/")), "words") << status;
+  }
+}
+
+TEST_F(PageFetching, AnAnswerWithoutABodyIsAnEmptyPage) {
+  for (const char* answer : {"HTTP/1.1 204 No Content\r\n\r\n", "HTTP/1.1 304 Not Modified\r\n\r\n",
+                             "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n"}) {
+    RawServer server(Always(answer));
+    EXPECT_EQ(Fetch(server.Url("/")), "") << answer;
+  }
+}
+
+TEST_F(PageFetching, APageThatBreaksOffIsEmpty) {
+  RawServer reset([](Connection& connection, const std::string&) {
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 1000\r\n\r\nhalf");
+    connection.Reset();
+  });
+  EXPECT_EQ(Fetch(reset.Url("/")), "");
+  RawServer cut(Always("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 1000\r\n\r\nhalf"));
+  EXPECT_EQ(Fetch(cut.Url("/")), "");
+  RawServer chunks(Always("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n8\r\nhalf"));
+  EXPECT_EQ(Fetch(chunks.Url("/")), "");
+  RawServer nonsense(Always("nonsense\r\n\r\n"));
+  EXPECT_EQ(Fetch(nonsense.Url("/")), "");
+}
+
+TEST_F(PageFetching, ANobodyAtTheAddressIsAnEmptyPage) {
+  std::string url;
+  {
+    RawServer gone(Always(""));
+    url = gone.Url("/");
+  }
+  EXPECT_EQ(Fetch(url), "");
+  EXPECT_EQ(Fetch("http://no.such.host.invalid/"), "");
+}
+
+TEST_F(PageFetching, ReadsAPageThatEndsWithItsConnection) {
+  RawServer server(Always("HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n\r\nto the end"));
+  EXPECT_EQ(Fetch(server.Url("/")), "to the end");
+}
+
+TEST_F(PageFetching, UnpacksWhatTheServerPacked) {
+  RawServer server(Always(HttpAnswer(Gzip("packed words"), "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
+  EXPECT_EQ(Fetch(server.Url("/")), "packed words");
+  std::string damaged = Gzip(std::string(100000, 'x') + "words");
+  damaged.resize(damaged.size() / 2);
+  RawServer broken(Always(HttpAnswer(damaged, "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
+  EXPECT_EQ(Fetch(broken.Url("/")), "");
+  // The engine shows such a page as it came.
+  RawServer plain(Always(HttpAnswer("no gzip at all", "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
+  EXPECT_EQ(Fetch(plain.Url("/")), "no gzip at all");
+}
+
+TEST_F(PageFetching, APageOfTheLargestSizeIsRead) {
+  linux_impl::FetchLimits limits;
+  limits.bytes = 100000;
+  RawServer fits(Always(HttpAnswer(std::string(100000, 'x'))));
+  EXPECT_EQ(Fetch(fits.Url("/"), limits)->size(), 100000U);
+  RawServer tooLarge(Always(HttpAnswer(std::string(100001, 'x'))));
+  EXPECT_EQ(Fetch(tooLarge.Url("/"), limits), "");
+}
+
+TEST_F(PageFetching, ABombStopsAtTheLimitAndCostsLittleMemory) {
+  // 300 MiB of zeros, packed twice over: a gzip stream may have several members.
+  const std::string member = Gzip(std::string(std::size_t{10} * 1024 * 1024, 'x'));
+  std::string bomb;
+  for (int i = 0; i < 30; ++i) bomb += member;
+  RawServer server(Always(HttpAnswer(bomb, "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
+  rusage before{};
+  getrusage(RUSAGE_SELF, &before);
+  const std::optional<std::string> source = Fetch(server.Url("/"));
+  rusage after{};
+  getrusage(RUSAGE_SELF, &after);
+  // What is behind the first member is not read at all, by the engine neither.
+  EXPECT_LE(source->size(), std::size_t{10} * 1024 * 1024);
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 200 * 1024);
+
+  RawServer large(Always(HttpAnswer(Gzip(std::string(std::size_t{200} * 1024 * 1024, 'x')), "text/html", "200 OK",
+                                    "Content-Encoding: gzip\r\n")));
+  EXPECT_EQ(Fetch(large.Url("/")), "");
+}
+
+TEST_F(PageFetching, APageThatNeverEndsIsEmptyAndTheLoopStaysFree) {
+  linux_impl::FetchLimits limits;
+  limits.time = milliseconds(300);
+  RawServer drip([](Connection& connection, const std::string&) {
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\n");
+    while (connection.Send("x")) std::this_thread::sleep_for(milliseconds(20));
+  });
+  RawServer silent([](Connection& connection, const std::string&) { connection.WaitForEnd(); });
+  RawServer endless([](Connection& connection, const std::string&) {
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\n");
+    while (connection.Send(std::string(65536, 'x'))) {
+    }
+  });
+  for (const RawServer* server : {&drip, &silent, &endless}) {
+    const auto begin = steady_clock::now();
+    EXPECT_EQ(Fetch(server->Url("/"), limits), "");
+    EXPECT_LT(steady_clock::now() - begin, milliseconds(5000));
+  }
+}
+
+TEST_F(PageFetching, ADroppedFetchNeverAnswers) {
+  std::atomic<bool> gone = false;
+  RawServer server([&](Connection& connection, const std::string&) {
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\nbegin");
+    connection.WaitForEnd();
+    gone = true;
+    g_main_context_wakeup(nullptr);
+  });
+  linux_impl::SoupPageFetch fetch(identity);
+  bool answered = false;
+  auto ticket = fetch.FetchPage(server.Url("/"), [&](const std::string&) { answered = true; });
+  ASSERT_TRUE(RunUntil([&] { return server.Requests().size() == 1; }));
+  ticket.reset();
+  EXPECT_TRUE(RunUntil([&] { return gone.load(); })) << "the connection was kept";
+  EXPECT_FALSE(answered);
+  // One that is dropped before the loop ever ran.
+  (void)fetch.FetchPage(server.Url("/"), [&](const std::string&) { answered = true; });
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+  }
+  EXPECT_FALSE(answered);
+}
+
+TEST_F(PageFetching, ATicketMayBeDroppedInsideItsOwnAnswer) {
+  RawServer server(Always(HttpAnswer("x")));
+  linux_impl::SoupPageFetch fetch(identity);
+  std::unique_ptr<FetchTicket> ticket;
+  bool answered = false;
+  ticket = fetch.FetchPage(server.Url("/"), [&](const std::string&) {
+    ticket.reset();
+    answered = true;
+  });
+  EXPECT_TRUE(RunUntil([&] { return answered; }));
+}
+
+TEST_F(PageFetching, FortyPagesOfOneHostAreFetchedSideBySide) {
+  std::atomic<int> waiting = 0;
+  RawServer server([&](Connection& connection, const std::string&) {
+    ++waiting;
+    while (waiting < 40) std::this_thread::yield();
+    connection.Send(HttpAnswer("x"));
+  });
+  linux_impl::SoupPageFetch fetch(identity);
+  int done = 0;
+  std::vector<std::unique_ptr<FetchTicket>> tickets;
+  for (int i = 0; i < 40; ++i) {
+    tickets.push_back(fetch.FetchPage(server.Url("/" + std::to_string(i)), [&](const std::string& source) {
+      EXPECT_EQ(source, "x");
+      ++done;
+    }));
+  }
+  EXPECT_TRUE(RunUntil([&] { return done == 40; }));
+  waiting = 40;
+}
+
+TEST_F(PageFetching, NoPieceOfWorkHoldsTheLoopForLong) {
+  RawServer server(Always(HttpAnswer(Gzip(std::string(std::size_t{30} * 1024 * 1024, 'x')), "text/html", "200 OK",
+                                     "Content-Encoding: gzip\r\n")));
+  linux_impl::SoupPageFetch fetch(identity);
+  bool done = false;
+  const auto ticket = fetch.FetchPage(server.Url("/"), [&](const std::string& source) {
+    EXPECT_EQ(source.size(), std::size_t{30} * 1024 * 1024);
+    done = true;
+  });
+  milliseconds longest{0};
+  while (!done) {
+    const auto begin = steady_clock::now();
+    g_main_context_iteration(nullptr, FALSE);
+    longest = std::max(longest, std::chrono::duration_cast<milliseconds>(steady_clock::now() - begin));
+  }
+  EXPECT_LT(longest.count(), 100);
+}
+
+TEST_F(PageFetching, APageWithABadCertificateIsEmpty) {
+  RawServer server([](Connection& connection, const std::string&) { connection.WaitForEnd(); });
+  std::string url = server.Url("/");
+  url.replace(0, 4, "https");
+  linux_impl::FetchLimits limits;
+  limits.time = milliseconds(500);
+  EXPECT_EQ(Fetch(url, limits), "");
+}
+
+}  // namespace
+}  // namespace kivandra::testing
