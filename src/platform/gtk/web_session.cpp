@@ -58,7 +58,8 @@ void OnCookies(GObject* source, GAsyncResult* result, gpointer data) {
   for (GList* item = g_list_last(cookies); item != nullptr; item = item->prev) {
     sorted = g_slist_prepend(sorted, item->data);
   }
-  char* header = soup_cookies_to_cookie_header(sorted);
+  // The call does not take an empty list.
+  char* header = sorted != nullptr ? soup_cookies_to_cookie_header(sorted) : nullptr;
   std::string text = header != nullptr ? header : "";
   g_free(header);
   g_slist_free(sorted);
