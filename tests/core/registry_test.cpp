@@ -272,7 +272,7 @@ TEST_F(CRegistry, TheNumberOfAFailingWriteIsThatOfThePlatform) {
 }
 
 TEST_F(CRegistry, TellsWhatItCouldNotDo) {
-  ExpectError(26001, "Failed to delete registry Key: 'a\\b',Section: '-2147483647'",
+  ExpectError(26001, "Failed to delete registry Key: 'a\\b',Section: '-2147483647",
               [&] { registry_.DeleteKey(); });
   ExpectError(26001, "Failed to open key '-2147483647',Section: 'a\\b' for delete access",
               [&] { registry_.DeleteValue(); });
@@ -301,7 +301,7 @@ TEST_F(CRegistry, AnUnknownRootHasNothingAndTakesNothing) {
 TEST_F(CRegistry, AKeyWithSubkeysIsNotDeleted) {
   registry_.CreateKey();
   registry_.SetSectionKey("a");
-  ExpectError(26001, "Failed to delete registry Key: 'a',Section: '-2147483647'",
+  ExpectError(26001, "Failed to delete registry Key: 'a',Section: '-2147483647",
               [&] { registry_.DeleteKey(); });
   registry_.SetSectionKey("a\\b");
   EXPECT_TRUE(registry_.DeleteKey());
