@@ -43,13 +43,15 @@ NavigationGate::NavigationGate(GateFrame& frame, PageFetch& fetch, MessageBoxes&
 
 NavigationGate::~NavigationGate() {
   for (auto& [id, held] : held_) {
-    held.navigation->OnDropped({});
     held.navigation->Refuse();
   }
 }
 
+// Both are copies, so that they outlive whatever their owners do while the gate asks around.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 void NavigationGate::BeforeNavigate2(std::shared_ptr<GateWindow> window,
                                      std::shared_ptr<Navigation> navigation) {
+  // NOLINTEND(performance-unnecessary-value-param)
   AnswerGuard guard(*navigation);
 
   // Entry effects, on every run and before any test.
