@@ -15,9 +15,16 @@ namespace {
 
 using namespace kivandra;
 
+template <typename Words>
+std::unordered_set<std::string> Dictionary(const Words& words) {
+  std::unordered_set<std::string> dictionary;
+  for (const std::string_view word : words) dictionary.emplace(word);
+  return dictionary;
+}
+
 std::string PlainGetURL(const std::string& text) {
-  const std::unordered_set<std::string> english(kEnglishQuestionWords.begin(), kEnglishQuestionWords.end());
-  const std::unordered_set<std::string> spanish(kSpanishQuestionWords.begin(), kSpanishQuestionWords.end());
+  const auto english = Dictionary(kEnglishQuestionWords);
+  const auto spanish = Dictionary(kSpanishQuestionWords);
   std::string small = text;
   std::transform(small.begin(), small.end(), small.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
