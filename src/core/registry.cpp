@@ -25,14 +25,18 @@ bool HoldsVariable(const std::string& text) {
 
 std::int32_t NumberOf(const std::array<std::uint8_t, 4>& bytes) {
   std::uint32_t number = 0;
-  for (std::size_t i = bytes.size(); i-- > 0;) number = number << 8U | bytes[i];
+  for (std::size_t i = bytes.size(); i-- > 0;) {
+    number = number << 8U | bytes[i];
+  }
   return static_cast<std::int32_t>(number);
 }
 
 Bytes BytesOf(std::int32_t number) {
   const auto bits = static_cast<std::uint32_t>(number);
   Bytes bytes;
-  for (unsigned shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<std::uint8_t>(bits >> shift));
+  for (unsigned shift = 0; shift < 32; shift += 8) {
+    bytes.push_back(static_cast<std::uint8_t>(bits >> shift));
+  }
   return bytes;
 }
 
@@ -50,7 +54,9 @@ cRegistry::cRegistry(RegistryCalls& calls, std::string programFileName)
 
 bool cRegistry::KeyExists() {
   HKEY key = 0;
-  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return false;
+  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) {
+    return false;
+  }
   const KeyCloser closer(calls_, key);
   return true;
 }
@@ -89,22 +95,36 @@ bool cRegistry::DeleteValue() {
 Variant cRegistry::Value() {
   // 1. kept on purpose: the key stays open until the process ends; a handle costs nothing.
   HKEY key = 0;
-  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return default_;
+  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) {
+    return default_;
+  }
   // 2. Type and size.
   std::array<std::uint8_t, 4> buffer{};
   std::uint32_t type = 0;
   std::size_t size = buffer.size();
   const long code = calls_.RegQueryValueExA(key, valueKey_, type, buffer.data(), size);
-  if (code != ERROR_SUCCESS && code != ERROR_MORE_DATA) return default_;
+  if (code != ERROR_SUCCESS && code != ERROR_MORE_DATA) {
+    return default_;
+  }
   // 3.
   valueType_ = type;
   // 4. By type.
-  if (type == REG_DWORD) return NumberOf(buffer);
-  if (type == REG_DWORD_BIG_ENDIAN) return SwapLong(NumberOf(buffer));
+  if (type == REG_DWORD) {
+    return NumberOf(buffer);
+  }
+  if (type == REG_DWORD_BIG_ENDIAN) {
+    return SwapLong(NumberOf(buffer));
+  }
   auto stored = ReadStoredValue(calls_, key, valueKey_);
-  if (!stored) return default_;
-  if (type == REG_SZ || type == REG_MULTI_SZ) return TextOfBytes(stored->bytes);
-  if (type == REG_EXPAND_SZ) return ExpandEnvStr(TextOfBytes(stored->bytes));
+  if (!stored) {
+    return default_;
+  }
+  if (type == REG_SZ || type == REG_MULTI_SZ) {
+    return TextOfBytes(stored->bytes);
+  }
+  if (type == REG_EXPAND_SZ) {
+    return ExpandEnvStr(TextOfBytes(stored->bytes));
+  }
   return std::move(stored->bytes);
 }
 
@@ -118,7 +138,9 @@ void cRegistry::SetValue(Variant value) {
   // 4. On every way out.
   const KeyCloser closer(calls_, key);
   // 2 and 3.
-  if (Write(key, value) != ERROR_SUCCESS) Raise(kRegistryWriteError, SetFailure(value));
+  if (Write(key, value) != ERROR_SUCCESS) {
+    Raise(kRegistryWriteError, SetFailure(value));
+  }
   value_ = std::move(value);
 }
 
@@ -133,9 +155,13 @@ long cRegistry::Write(HKEY key, const Variant& value) {
     }
     case REG_BINARY: {
       const auto* bytes = std::get_if<Bytes>(&value);
-      if (bytes == nullptr) Raise(kRegistryError, SetFailure(value));
+      if (bytes == nullptr) {
+        Raise(kRegistryError, SetFailure(value));
+      }
       // kept on purpose: the last two bytes are not written. Fewer than two can't be.
-      if (bytes->size() < 2) return ERROR_INVALID_PARAMETER;
+      if (bytes->size() < 2) {
+        return ERROR_INVALID_PARAMETER;
+      }
       return calls_.RegSetValueExA(key, valueKey_, REG_BINARY, Bytes(bytes->begin(), bytes->end() - 2));
     }
     case REG_DWORD:
@@ -158,14 +184,17 @@ bool cRegistry::EnumerateValues(std::vector<std::string>& names, long& count) {
   names.clear();
   count = 0;
   HKEY key = 0;
-  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return true;
+  if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) {
+    return true;
+  }
   const KeyCloser closer(calls_, key);
   std::uint32_t subKeys = 0;
   std::uint32_t values = 0;
   std::size_t longestSubKey = 0;
   std::size_t longestValue = 0;
-  if (calls_.RegQueryInfoKeyA(key, subKeys, longestSubKey, values, longestValue) != ERROR_SUCCESS)
+  if (calls_.RegQueryInfoKeyA(key, subKeys, longestSubKey, values, longestValue) != ERROR_SUCCESS) {
     return true;
+  }
   std::string name;
   for (std::uint32_t index = 0; calls_.RegEnumValueA(key, index, name, longestValue + 1) == ERROR_SUCCESS;
        ++index) {
@@ -180,7 +209,9 @@ bool cRegistry::EnumerateSections(std::vector<std::string>& names, long& count) 
   count = 0;
   return attempt([&] {
     HKEY key = 0;
-    if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_ENUMERATE_SUB_KEYS, key) != ERROR_SUCCESS) return;
+    if (calls_.RegOpenKeyExA(classKey_, sectionKey_, KEY_ENUMERATE_SUB_KEYS, key) != ERROR_SUCCESS) {
+      return;
+    }
     const KeyCloser closer(calls_, key);
     constexpr std::size_t kRoom = 255;
     std::string name;

@@ -59,13 +59,21 @@ void cRegistry::CreateEXEAssociation(const std::string& programPath, const std::
   // 4. and 5.
   writeVerb("open", openVerb, "&Open", " \"%1\"");
   // 6.
-  if (supportPrint) writeVerb("print", printVerb, "&Print", " /p \"%1\"");
+  if (supportPrint) {
+    writeVerb("print", printVerb, "&Print", " /p \"%1\"");
+  }
   // 7.
-  if (supportInstall) writeVerb("add", installVerb, "&Install " + classDescription, " /a \"%1\"");
+  if (supportInstall) {
+    writeVerb("add", installVerb, "&Install " + classDescription, " /a \"%1\"");
+  }
   // 8.
-  if (supportNew) writeVerb("new", newVerb, "&New", " /n \"%1\"");
+  if (supportNew) {
+    writeVerb("new", newVerb, "&New", " /n \"%1\"");
+  }
   // 9.
-  if (iconIndex != kNoIcon) write(className + "\\DefaultIcon", path + "," + std::to_string(iconIndex));
+  if (iconIndex != kNoIcon) {
+    write(className + "\\DefaultIcon", path + "," + std::to_string(iconIndex));
+  }
 }
 
 void cRegistry::CreateAdditionalEXEAssociations(std::string sClassName, const std::vector<Variant>& vItems) {

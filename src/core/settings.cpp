@@ -67,9 +67,13 @@ long Val(std::string_view text) {
   constexpr long kLargest = std::numeric_limits<long>::max();
   long number = 0;
   for (const char c : text) {
-    if (c < '0' || c > '9') break;
+    if (c < '0' || c > '9') {
+      break;
+    }
     const long digit = c - '0';
-    if (number > (kLargest - digit) / 10) return kLargest;
+    if (number > (kLargest - digit) / 10) {
+      return kLargest;
+    }
     number = number * 10 + digit;
   }
   return number;

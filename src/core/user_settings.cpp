@@ -30,7 +30,9 @@ void SaveSetting(RegistryCalls& calls, const std::string& application, const std
     fail();
   }
   const KeyCloser closer(calls, opened);
-  if (calls.RegSetValueExA(opened, key, REG_SZ, BytesOfText(text)) != ERROR_SUCCESS) fail();
+  if (calls.RegSetValueExA(opened, key, REG_SZ, BytesOfText(text)) != ERROR_SUCCESS) {
+    fail();
+  }
 }
 
 std::string GetSetting(RegistryCalls& calls, const std::string& application, const std::string& section,
@@ -42,7 +44,9 @@ std::string GetSetting(RegistryCalls& calls, const std::string& application, con
   }
   const KeyCloser closer(calls, opened);
   const auto stored = ReadStoredValue(calls, opened, key);
-  if (!stored || stored->type != REG_SZ) return otherwise;
+  if (!stored || stored->type != REG_SZ) {
+    return otherwise;
+  }
   return TextOfBytes(stored->bytes);
 }
 

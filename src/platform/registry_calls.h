@@ -122,7 +122,9 @@ class RegistryBatch {
  public:
   explicit RegistryBatch(RegistryCalls& calls) : calls_(calls) { calls_.BeginBatch(); }
   ~RegistryBatch() {
-    if (open_) calls_.EndBatch(false);
+    if (open_) {
+      calls_.EndBatch(false);
+    }
   }
   RegistryBatch(const RegistryBatch&) = delete;
   RegistryBatch& operator=(const RegistryBatch&) = delete;

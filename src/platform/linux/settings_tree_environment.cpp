@@ -14,16 +14,24 @@ namespace {
 /// Text of the environment variable `name`, or null. The original platform's environment ignores case; here a
 /// variable of the exact spelling goes before one that differs in case alone.
 const char* FindVariable(std::string_view name) {
-  if (name.empty()) return nullptr;
+  if (name.empty()) {
+    return nullptr;
+  }
   const std::string folded = FoldName(name);
   const char* found = nullptr;
   for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
     const std::string_view text(*entry);
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) continue;
+    if (equals == std::string_view::npos) {
+      continue;
+    }
     const std::string_view entryName = text.substr(0, equals);
-    if (entryName == name) return *entry + equals + 1;
-    if (found == nullptr && FoldName(entryName) == folded) found = *entry + equals + 1;
+    if (entryName == name) {
+      return *entry + equals + 1;
+    }
+    if (found == nullptr && FoldName(entryName) == folded) {
+      found = *entry + equals + 1;
+    }
   }
   return found;
 }
@@ -54,7 +62,9 @@ std::size_t SettingsTree::ExpandEnvironmentStringsA(const std::string& source, s
                                                     std::size_t size) {
   std::string expanded = Expand(UpToZero(source));
   const std::size_t needed = expanded.size() + 1;
-  if (needed <= size) result = std::move(expanded);
+  if (needed <= size) {
+    result = std::move(expanded);
+  }
   return needed;
 }
 

@@ -49,7 +49,9 @@ void ThrowMissing(const std::string& path, const std::string& journal) {
 }
 
 void ThrowNoAccess(const std::string& path, int error) {
-  if (error == ENOSPC || error == EDQUOT) ThrowFull(path);
+  if (error == ENOSPC || error == EDQUOT) {
+    ThrowFull(path);
+  }
   const std::string reason = error == 0 ? "" : " (" + std::generic_category().message(error) + ")";
   Throw(kPathFileAccess, path, "can't be opened for reading and writing" + reason,
         "Nothing in it was changed. Please see to it that you may read and change the file and the folder "

@@ -83,11 +83,17 @@ constexpr FoldRange kFoldRanges[] = {
 char32_t FoldCharacter(char32_t character) {
   const auto* range = std::upper_bound(std::begin(kFoldRanges), std::end(kFoldRanges), character,
                                        [](char32_t c, const FoldRange& r) { return c < r.first; });
-  if (range == std::begin(kFoldRanges)) return character;
+  if (range == std::begin(kFoldRanges)) {
+    return character;
+  }
   --range;
-  if (character > range->last) return character;
+  if (character > range->last) {
+    return character;
+  }
   const auto distance = static_cast<int>(character - range->first);
-  if (distance % range->step != 0) return character;
+  if (distance % range->step != 0) {
+    return character;
+  }
   return static_cast<char32_t>(static_cast<int>(character) + range->delta);
 }
 
@@ -110,9 +116,13 @@ std::size_t Decode(std::string_view text, std::size_t at, char32_t& character) {
   } else {
     return 0;
   }
-  if (text.size() - at < length) return 0;
+  if (text.size() - at < length) {
+    return 0;
+  }
   for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
+    if ((byte(i) & 0xC0U) != 0x80U) {
+      return 0;
+    }
     character = (character << 6U) | (byte(i) & 0x3FU);
   }
   const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
@@ -166,7 +176,9 @@ std::vector<std::string_view> SplitPath(std::string_view path) {
   std::vector<std::string_view> parts;
   for (std::size_t at = 0; at <= path.size();) {
     const std::size_t end = std::min(path.find('\\', at), path.size());
-    if (end > at) parts.push_back(path.substr(at, end - at));
+    if (end > at) {
+      parts.push_back(path.substr(at, end - at));
+    }
     at = end + 1;
   }
   return parts;

@@ -3,7 +3,6 @@
 
 #include <sqlite3.h>
 
-#include <limits>
 #include <utility>
 
 #include "platform/linux/settings_tree_failure.h"
@@ -17,10 +16,14 @@ void Statement::Forget() {
 
 Query::Query(Statement& statement) : statement_(statement) {
   sqlite3* connection = statement.store_.Connection();
-  if (statement.prepared_ != nullptr) return;
+  if (statement.prepared_ != nullptr) {
+    return;
+  }
   const int code = sqlite3_prepare_v3(connection, statement.sql_, -1, SQLITE_PREPARE_PERSISTENT,
                                       &statement.prepared_, nullptr);
-  if (code != SQLITE_OK) statement.store_.Fail(code);
+  if (code != SQLITE_OK) {
+    statement.store_.Fail(code);
+  }
 }
 
 Query::~Query() {
@@ -31,7 +34,9 @@ Query::~Query() {
 
 Query& Query::Bind(std::int64_t number) {
   const int code = sqlite3_bind_int64(statement_.prepared_, ++bound_, number);
-  if (code != SQLITE_OK) statement_.store_.Fail(code);
+  if (code != SQLITE_OK) {
+    statement_.store_.Fail(code);
+  }
   return *this;
 }
 
@@ -40,21 +45,29 @@ Query& Query::Bind(std::string_view text) {
   const char* start = text.empty() ? "" : text.data();
   const int code =
       sqlite3_bind_text64(statement_.prepared_, ++bound_, start, text.size(), SQLITE_STATIC, SQLITE_UTF8);
-  if (code != SQLITE_OK) statement_.store_.Fail(code);
+  if (code != SQLITE_OK) {
+    statement_.store_.Fail(code);
+  }
   return *this;
 }
 
 Query& Query::Bind(const std::vector<std::uint8_t>& bytes) {
   const void* start = bytes.empty() ? static_cast<const void*>("") : bytes.data();
   const int code = sqlite3_bind_blob64(statement_.prepared_, ++bound_, start, bytes.size(), SQLITE_STATIC);
-  if (code != SQLITE_OK) statement_.store_.Fail(code);
+  if (code != SQLITE_OK) {
+    statement_.store_.Fail(code);
+  }
   return *this;
 }
 
 bool Query::Step() {
   const int code = sqlite3_step(statement_.prepared_);
-  if (code == SQLITE_ROW) return true;
-  if (code == SQLITE_DONE) return false;
+  if (code == SQLITE_ROW) {
+    return true;
+  }
+  if (code == SQLITE_DONE) {
+    return false;
+  }
   statement_.store_.Fail(code);
 }
 
@@ -68,7 +81,9 @@ std::string Query::Text(int column) const {
 std::vector<std::uint8_t> Query::Blob(int column) const {
   const auto* start = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement_.prepared_, column));
   const int size = sqlite3_column_bytes(statement_.prepared_, column);
-  if (start == nullptr) return {};
+  if (start == nullptr) {
+    return {};
+  }
   return {start, start + size};
 }
 
@@ -77,7 +92,9 @@ Store::Store(std::string path) : path_(std::move(path)) {}
 Store::~Store() { sqlite3_close_v2(connection_); }
 
 sqlite3* Store::Connection() {
-  if (connection_ == nullptr) Open();
+  if (connection_ == nullptr) {
+    Open();
+  }
   return connection_;
 }
 
@@ -87,25 +104,33 @@ bool Store::InTransaction() const {
 
 void Store::Execute(const char* sql) {
   const int code = sqlite3_exec(Connection(), sql, nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) Fail(code);
+  if (code != SQLITE_OK) {
+    Fail(code);
+  }
 }
 
 void Store::TryExecute(const char* sql) noexcept {
-  if (connection_ != nullptr) (void)sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr);
+  if (connection_ != nullptr) {
+    (void)sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr);
+  }
 }
 
 void Store::Fail(int code) { ThrowSqliteFailure(path_, code); }
 
 ReadTransaction::ReadTransaction(Store& store) : store_(store) {
   (void)store_.Connection();
-  if (store_.InTransaction()) return;
+  if (store_.InTransaction()) {
+    return;
+  }
   store_.Execute("BEGIN");
   begun_ = true;
 }
 
 ReadTransaction::~ReadTransaction() {
   // There is nothing to keep, so that the way out can't fail.
-  if (begun_) store_.TryExecute("ROLLBACK");
+  if (begun_) {
+    store_.TryExecute("ROLLBACK");
+  }
 }
 
 WriteTransaction::WriteTransaction(Store& store) : store_(store) {
@@ -118,7 +143,9 @@ WriteTransaction::WriteTransaction(Store& store) : store_(store) {
 }
 
 WriteTransaction::~WriteTransaction() {
-  if (!open_) return;
+  if (!open_) {
+    return;
+  }
   store_.TryExecute(nested_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK");
 }
 
