@@ -55,7 +55,7 @@ class BadServers(BrowsingTest):
         self.assertLess(processes.peak_megabytes(self.program.pid) - before, MEMORY_ALLOWED)
 
     def test_a_packed_bomb_is_refused_and_not_kept(self):
-        url = self.server.serve("/bomb", answers.bomb(2048))
+        url = self.server.serve("/bomb", answers.bomb(4096))
         self.visit()
         before = processes.peak_megabytes(self.program.pid)
         self.page.go(url)

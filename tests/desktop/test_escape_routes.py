@@ -93,7 +93,7 @@ class Mail(BrowsingTest):
         url = self.visit(pages.link("mailto:kiv@example.org"))
         self.page.click_page()
         box = self.desk.window_with("Sorry, Mail has been dis-abled")
-        box.press("OK")
+        box.press("Ok")
         wait_until(lambda: not box.open(), "the box closes")
         self.assertNotIn("Possible", self.frame.caption)
         self.assertEqual(url, self.page.address)

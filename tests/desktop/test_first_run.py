@@ -38,7 +38,7 @@ class FirstRun(LoudTest):
     def assert_refused_and_cleared(self):
         box = self.refusal_box()
         self.assertIsNone(self.home.settings.read("T_PW") or None, "no password is stored")
-        box.press("OK")
+        box.press("Ok")
         wait_until(lambda: not box.open(), "the box closes")
         self.desk.hands.focus(self.window.number)
         self.assertEqual("", self.window.field(FIRST).text)

@@ -3,6 +3,8 @@
 
 import subprocess
 
+from .close_message import ask_to_close
+
 
 class Hands:
     def __init__(self, display):
@@ -36,7 +38,7 @@ class Hands:
 
     def close_box(self, window):
         """Asks a window to close as a desktop's close command does."""
-        self._xdotool("windowquit", window)
+        ask_to_close(self._environment["DISPLAY"], window)
 
     def move(self, x, y):
         self._xdotool("mousemove", x, y)
