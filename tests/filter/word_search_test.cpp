@@ -172,7 +172,7 @@ TEST_P(RandomSearches, AgreeWithTheDefinition) {
   const std::vector<std::string>& units = GetParam().units;
   std::mt19937 random(20021116);
   int hits = 0;
-  constexpr int kRounds = 20000;
+  constexpr int kRounds = 6000;
   for (int round = 0; round < kRounds; ++round) {
     std::vector<std::string> words;
     for (std::size_t n = random() % 5; n > 0; --n) {
@@ -213,7 +213,7 @@ TEST(WordSearch, AgreesWithTheDefinitionForHugeTables) {
   }
   const WordSearch search(words);
   int hits = 0;
-  constexpr int kRounds = 3000;
+  constexpr int kRounds = 800;
   for (int round = 0; round < kRounds; ++round) {
     std::string text;
     for (std::size_t parts = 1 + random() % 3; parts > 0; --parts) {
