@@ -58,7 +58,15 @@ bool MayShow(WebKitResponsePolicyDecision* decision) {
 
 std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener) {
   std::shared_ptr<BrowserView> view(new BrowserView(engine, opener));
-  view->Start(place);
+  view->Start();
+  if (opener == nullptr) {
+    view->PutInto(place);
+  } else {
+    // The engine adds the size of the view's window to the size that a page's script asks for, so the view comes into
+    // its window when it is ready to be shown.
+    view->place_ = &place;
+    view->placeGone_ = place.signal_destroy().connect([core = view.get()] { core->place_ = nullptr; });
+  }
   return view;
 }
 
@@ -77,7 +85,7 @@ BrowserView::~BrowserView() {
   g_object_unref(scripts_);
 }
 
-void BrowserView::Start(Gtk::Box& place) {
+void BrowserView::Start() {
   frames_->Start(this);
   scriptObject_->Start();
   RefuseExtras(view_);
@@ -101,11 +109,19 @@ void BrowserView::Start(Gtk::Box& place) {
   gtk_widget_set_hexpand(GTK_WIDGET(view_), TRUE);
   gtk_widget_set_vexpand(GTK_WIDGET(view_), TRUE);
   gtk_accessible_update_property(GTK_ACCESSIBLE(view_), GTK_ACCESSIBLE_PROPERTY_LABEL, "Page", -1);
-  gtk_box_append(place.gobj(), GTK_WIDGET(view_));
+}
+
+void BrowserView::PutInto(Gtk::Box& place) { gtk_box_append(place.gobj(), GTK_WIDGET(view_)); }
+
+void BrowserView::ComeIntoWindow() {
+  placeGone_.disconnect();
+  if (Gtk::Box* place = std::exchange(place_, nullptr)) PutInto(*place);
 }
 
 void BrowserView::Close() {
   events_ = nullptr;
+  placeGone_.disconnect();
+  place_ = nullptr;
   if (view_ == nullptr) return;
   signals_.Cut();
   frames_->Cut();
@@ -189,7 +205,8 @@ void BrowserView::SetScriptObject(const std::string& name, ScriptObject* object)
 
 std::string BrowserView::Title() const {
   const std::string title = view_ != nullptr ? Text(webkit_web_view_get_title(view_)) : "";
-  return title.empty() ? address_ : title;
+  if (!title.empty()) return title;
+  return title_.empty() ? address_ : title_;
 }
 
 bool BrowserView::Busy() const { return starting_ || loading_ || desk_.Judging(); }
@@ -234,6 +251,7 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
   }
   webkit_policy_decision_ignore(decision);
   if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE) {
+    ownPage_ = true;
     const std::string address =
         Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
     Later([this, address] { ShowTrouble(WebPages::Trouble::NotShown, address); });
@@ -247,6 +265,7 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
   switch (event) {
     case WEBKIT_LOAD_STARTED:
       if (completing_) CompleteLoad();
+      ComeIntoWindow();
       starting_ = false;
       loading_ = true;
       committed_ = false;
@@ -266,6 +285,8 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
 void BrowserView::LoadCommitted() {
   committed_ = true;
   address_ = EngineAddress();
+  title_.clear();
+  toldTitle_.clear();
   judgingArrival_ = false;
   nextArrival_.reset();
   desk_.ForgetAllowedLoad();
@@ -276,29 +297,35 @@ void BrowserView::LoadCommitted() {
 }
 
 void BrowserView::LoadFinished() {
+  if (!committed_ && ownPage_) return;  // the page that is shown instead begins next, and its end is the end of both
   if (!committed_ || !Text(webkit_web_view_get_title(view_)).empty()) {
     CompleteLoad();
     return;
   }
-  // A short page's title comes just behind its end, and whoever notes the visit wants it: one turn through the page's
-  // process lets it arrive.
+  // The engine tells a short page's title only after its end, and whoever notes the visit wants it: the page knows.
   completing_ = true;
   const auto done = [](GObject* source, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<std::weak_ptr<BrowserView>> weak(static_cast<std::weak_ptr<BrowserView>*>(data));
-    JSCValue* value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, nullptr);
-    if (value != nullptr) g_object_unref(value);
+    JSCValue* title = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, nullptr);
+    char* text = title != nullptr ? jsc_value_to_string(title) : nullptr;
     const auto view = weak->lock();
-    if (view && view->completing_) view->CompleteLoad();
+    if (view && view->completing_) {
+      view->title_ = Text(text);
+      view->CompleteLoad();
+    }
+    g_free(text);
+    if (title != nullptr) g_object_unref(title);
   };
-  webkit_web_view_evaluate_javascript(view_, "0", -1, kOwnWorld, nullptr, nullptr, done,
+  webkit_web_view_evaluate_javascript(view_, "document.title", -1, kOwnWorld, nullptr, nullptr, done,
                                       new std::weak_ptr<BrowserView>(weak_from_this()));
 }
 
 void BrowserView::CompleteLoad() {
   loading_ = false;
   completing_ = false;
+  ownPage_ = false;
   if (committed_) {
-    if (Title() == address_) Tell([&](WebBrowserEvents& events) { events.TitleChange(address_); });
+    TellTitle(Title());
     Tell([&](WebBrowserEvents& events) { events.DocumentComplete(page_, address_); });
   }
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Done"); });
@@ -353,13 +380,17 @@ void BrowserView::OnProgress(GParamSpec* /*property*/) {
 
 // --- Steps inside a page ----------------------------------------------------------------------------------------
 
+bool BrowserView::StandsInPage() const {
+  if (view_ == nullptr || starting_) return false;
+  return loading_ ? committed_ : webkit_web_view_is_loading(view_) == FALSE;
+}
+
 void BrowserView::OnAddress(GParamSpec* /*property*/) {
   // While a load is on its way the engine shows where it leads, before anything is judged.
-  if (starting_ || (loading_ && !committed_)) return;
   const std::string address = EngineAddress();
-  if (address.empty() || address == address_) return;
+  if (address.empty() || address == address_ || !StandsInPage()) return;
   Later([this, address] {
-    if (!starting_ && (!loading_ || committed_) && address == EngineAddress()) ArrivedInPage(address);
+    if (StandsInPage() && address == EngineAddress()) ArrivedInPage(address);
   });
 }
 
@@ -387,7 +418,7 @@ void BrowserView::AskForArrival(const std::string& url) {
         view->LeavePage();
       } else if (next) {
         view->AskForArrival(*next);
-      } else {
+      } else if (view->StandsInPage() && url == view->EngineAddress()) {
         view->ReportArrival(url);
       }
     });
@@ -443,6 +474,7 @@ GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
 
 void BrowserView::OnReadyToShow() {
   shown_ = true;
+  ComeIntoWindow();
   TellGeometry();
   Tell([](WebBrowserEvents& events) { events.OnVisible(true); });
 }
@@ -470,9 +502,14 @@ void BrowserView::OnCloseRequested() {
 
 void BrowserView::OnTitle(GParamSpec* /*property*/) {
   const std::string title = Text(webkit_web_view_get_title(view_));
-  if (!title.empty()) {
-    Later([this, title] { Tell([&](WebBrowserEvents& events) { events.TitleChange(title); }); });
-  }
+  if (title.empty()) return;
+  Later([this, title] { TellTitle(title); });
+}
+
+void BrowserView::TellTitle(const std::string& title) {
+  if (title == toldTitle_) return;
+  toldTitle_ = title;
+  Tell([&](WebBrowserEvents& events) { events.TitleChange(title); });
 }
 
 void BrowserView::OnMouseTarget(WebKitHitTestResult* target, guint /*modifiers*/) {

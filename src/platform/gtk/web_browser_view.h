@@ -47,7 +47,9 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
 
  private:
   BrowserView(WebEngine& engine, WebKitWebView* opener);
-  void Start(Gtk::Box& place);
+  void Start();
+  void PutInto(Gtk::Box& place);
+  void ComeIntoWindow();
   void RequireView() const;
 
   // Signals of the engine.
@@ -77,6 +79,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void LoadCommitted();
   void LoadFinished();
   void CompleteLoad();
+  /// Whether the engine's address is that of the page on the screen, and not that of a load on its way.
+  [[nodiscard]] bool StandsInPage() const;
   void ArrivedInPage(const std::string& url);
   void AskForArrival(const std::string& url);
   void ReportArrival(const std::string& url);
@@ -85,6 +89,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void TellDownloadBegin();
   void TellDownloadComplete();
   void TellHistory();
+  void TellTitle(const std::string& title);
   void TellGeometry();
   [[nodiscard]] std::string EngineAddress() const;
 
@@ -106,6 +111,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   SignalConnections signals_;
 
   std::string address_;       // of the page that is shown
+  std::string title_;         // of the page that is shown, as long as the engine does not tell it
+  std::string toldTitle_;
   std::string status_;        // last text told
   bool starting_ = false;     // the program's load was handed to the engine and has not started
   bool loading_ = false;      // between the start and the end of a page's load
@@ -117,6 +124,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   bool judgingArrival_ = false;
   std::optional<std::string> nextArrival_;  // where the page went while its last step was being judged
   GdkRectangle geometry_{};
+  Gtk::Box* place_ = nullptr;  // where the view goes when it is ready to be shown
+  sigc::connection placeGone_;
 };
 
 }  // namespace kivandra::gtk
