@@ -117,7 +117,6 @@ Gtk::Widget* ToolView::MakeButton() {
     word_->set_mnemonic_widget(*button);
     content->append(*word_);
     button->add_css_class(above ? "kv-above" : "kv-beside");
-    SetAccessibleName(*button, Plain(data_.caption));
   } else {
     SetAccessibleName(*button, data_.toolTip.empty() ? WordsOf(file) : data_.toolTip);
   }

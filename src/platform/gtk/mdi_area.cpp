@@ -271,7 +271,8 @@ void MdiArea::LayOutUnshown() const {
   // Nobody sees the window yet: it is laid out here and now, so that places can be computed from its inner
   // size.
   auto* window = dynamic_cast<Gtk::Window*>(const_cast<Gtk::Root*>(get_root()));
-  if (window == nullptr || window->get_mapped() || window->get_child() == nullptr) {
+  const bool laidOut = window != nullptr && window->get_mapped() && get_width() > 0;
+  if (window == nullptr || laidOut || window->get_child() == nullptr) {
     return;
   }
   int width = 0;

@@ -135,9 +135,9 @@ void MdiChild::GiveFocus() {
     return;
   }
   auto* last = static_cast<GtkWidget*>(g_weak_ref_get(&lastFocus_));
-  const bool given =
-      last != nullptr && gtk_widget_is_ancestor(last, gobj()) &&
-      (GTK_IS_TEXT(last) ? gtk_text_grab_focus_without_selecting(GTK_TEXT(last)) : gtk_widget_grab_focus(last));
+  const bool given = last != nullptr && gtk_widget_is_ancestor(last, gobj()) &&
+                     (GTK_IS_TEXT(last) ? gtk_text_grab_focus_without_selecting(GTK_TEXT(last))
+                                        : gtk_widget_grab_focus(last));
   if (last != nullptr) {
     g_object_unref(last);
   }

@@ -208,8 +208,9 @@ void RegisterPictureType(const std::string& assetsDirectory) {
 
 GtkWidget* NewPicture(const std::string& file, int width, int height) {
   auto* widget = static_cast<GtkWidget*>(
-      g_object_new(kv_picture_get_type(), "file", file.c_str(), "width-request", width, "height-request",
-                   height, "halign", GTK_ALIGN_CENTER, "valign", GTK_ALIGN_CENTER, nullptr));
+      g_object_new(kv_picture_get_type(), "file", file.c_str(), "accessible-role",
+                   GTK_ACCESSIBLE_ROLE_PRESENTATION, "width-request", width, "height-request", height,
+                   "halign", GTK_ALIGN_CENTER, "valign", GTK_ALIGN_CENTER, nullptr));
   if (width < 0) {
     gtk_widget_set_halign(widget, GTK_ALIGN_FILL);
     gtk_widget_set_valign(widget, GTK_ALIGN_FILL);

@@ -10,7 +10,8 @@ namespace kivandra::gtk {
 /// Registers `KvPicture`, a widget that shows one picture file, sharp at every scale, inside its size request
 /// and in its own proportions. Its property `file` is a path; a relative one counts from `assetsDirectory`.
 void RegisterPictureType(const std::string& assetsDirectory);
-/// A new picture of the given size in pixels; -1 for a size that the surroundings give.
+/// A new picture of the given size in pixels; -1 for a size that the surroundings give. Assistive tools pass
+/// it by: what it stands in has the name.
 [[nodiscard]] GtkWidget* NewPicture(const std::string& file, int width = -1, int height = -1);
 /// Shows another file; an animated one moves until it is stopped. A file that can't be read shows nothing.
 void ShowPicture(GtkWidget* picture, const std::string& file);

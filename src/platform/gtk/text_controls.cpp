@@ -6,6 +6,23 @@
 
 namespace kivandra::gtk {
 
+namespace {
+
+/// The drop-down button, which has no name of its own.
+void NameListButton(GtkWidget* inside) {
+  for (GtkWidget* child = gtk_widget_get_first_child(inside); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (GTK_IS_TOGGLE_BUTTON(child)) {
+      gtk_accessible_update_property(GTK_ACCESSIBLE(child), GTK_ACCESSIBLE_PROPERTY_LABEL, "Show the list",
+                                     -1);
+    } else {
+      NameListButton(child);
+    }
+  }
+}
+
+}  // namespace
+
 TextBoxControl::TextBoxControl(Gtk::Widget& entry)
     : WidgetControl(entry), text_(GTK_EDITABLE(entry.gobj())), keys_(entry) {}
 
@@ -30,6 +47,7 @@ ComboBoxControl::ComboBoxControl(Gtk::ComboBoxText& combo)
       Select(-1);  // so that the item chosen before can be chosen again
     }
   });
+  NameListButton(combo.Gtk::Widget::gobj());
   auto clicks = Gtk::GestureClick::create();
   clicks->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
   clicks->signal_pressed().connect([this](int times, double, double) {
@@ -57,7 +75,8 @@ std::string ComboBoxControl::List(int index) const { return items_[Checked(index
 
 void ComboBoxControl::AddItem(const std::string& text, int index) {
   const std::size_t place = Checked(index, items_.size() + 1);
-  Combo().insert(index, ShownText(text));
+  // Not through the wrapper, which turns an empty text into none at all.
+  gtk_combo_box_text_insert_text(Combo().gobj(), index, ShownText(text).c_str());
   items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(place), text);
 }
 
