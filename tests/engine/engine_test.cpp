@@ -22,9 +22,11 @@ struct ScriptAnswer {
 };
 
 void OnScriptDone(GObject* source, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<std::shared_ptr<ScriptAnswer>> answer(static_cast<std::shared_ptr<ScriptAnswer>*>(data));
+  const std::unique_ptr<std::shared_ptr<ScriptAnswer>> answer(
+      static_cast<std::shared_ptr<ScriptAnswer>*>(data));
   GError* error = nullptr;
-  JSCValue* value = webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source), result, &error);
+  JSCValue* value =
+      webkit_web_view_call_async_javascript_function_finish(WEBKIT_WEB_VIEW(source), result, &error);
   if (value != nullptr) {
     char* text = jsc_value_to_string(value);
     (*answer)->text = text;
@@ -74,7 +76,9 @@ TestWindow::TestWindow() : window_(std::make_unique<Gtk::Window>()) {
 
 TestWindow::~TestWindow() = default;
 
-WebKitWebView* TestWindow::View() { return dynamic_cast<gtk::WebBrowserControl&>(*browser_).View()->Widget(); }
+WebKitWebView* TestWindow::View() {
+  return dynamic_cast<gtk::WebBrowserControl&>(*browser_).View()->Widget();
+}
 
 void TestWindow::CloseWindow() {
   gtk_window_destroy(window_->gobj());
@@ -106,14 +110,16 @@ bool TestWindow::WaitFor(const std::string& beginning, int times) {
 
 std::string TestWindow::Script(const std::string& source) {
   const auto answer = std::make_shared<ScriptAnswer>();
-  webkit_web_view_call_async_javascript_function(View(), source.c_str(), -1, nullptr, nullptr, nullptr, nullptr,
-                                                 OnScriptDone, new std::shared_ptr<ScriptAnswer>(answer));
+  webkit_web_view_call_async_javascript_function(View(), source.c_str(), -1, nullptr, nullptr, nullptr,
+                                                 nullptr, OnScriptDone,
+                                                 new std::shared_ptr<ScriptAnswer>(answer));
   WaitUntil([&] { return answer->done; });
   return answer->text;
 }
 
 void TestWindow::RunScript(const std::string& source) {
-  webkit_web_view_evaluate_javascript(View(), source.c_str(), -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+  webkit_web_view_evaluate_javascript(View(), source.c_str(), -1, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr);
 }
 
 void TestWindow::BeforeNavigate2(std::shared_ptr<Navigation> navigation) {

@@ -21,7 +21,8 @@ gtk::WebEngine& Engine();
 
 /// Runs the main loop until `done` holds; false if that takes longer than a patient person would wait.
 bool WaitUntil(const std::function<bool()>& done);
-/// Runs the main loop until everything that waits is handled, then a little longer than a round trip to the engine.
+/// Runs the main loop until everything that waits is handled, then a little longer than a round trip to the
+/// engine.
 void Settle();
 
 /// A window with one browser in it, which notes every event as a line.
@@ -33,8 +34,12 @@ class TestWindow : public WebBrowserEvents {
   TestWindow& operator=(const TestWindow&) = delete;
 
   /// How questions are answered; every one is allowed at first.
-  std::function<void(std::shared_ptr<Navigation>)> judge = [](const auto& navigation) { navigation->Allow(); };
-  std::function<void(WebBrowser*& ppDisp, bool& Cancel)> newWindow = [](WebBrowser*&, bool& Cancel) { Cancel = true; };
+  std::function<void(std::shared_ptr<Navigation>)> judge = [](const auto& navigation) {
+    navigation->Allow();
+  };
+  std::function<void(WebBrowser*& ppDisp, bool& Cancel)> newWindow = [](WebBrowser*&, bool& Cancel) {
+    Cancel = true;
+  };
   std::function<void(PageFrame& pDisp)> onNavigated = [](PageFrame&) {};
   std::function<void()> onQuit = [] {};
 
@@ -71,7 +76,9 @@ class TestWindow : public WebBrowserEvents {
   void WindowSetLeft(long Left) override { journal.push_back("WindowSetLeft " + std::to_string(Left)); }
   void WindowSetTop(long Top) override { journal.push_back("WindowSetTop " + std::to_string(Top)); }
   void WindowSetWidth(long Width) override { journal.push_back("WindowSetWidth " + std::to_string(Width)); }
-  void WindowSetHeight(long Height) override { journal.push_back("WindowSetHeight " + std::to_string(Height)); }
+  void WindowSetHeight(long Height) override {
+    journal.push_back("WindowSetHeight " + std::to_string(Height));
+  }
 
  private:
   std::unique_ptr<Gtk::Window> window_;

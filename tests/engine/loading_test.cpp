@@ -17,7 +17,8 @@ class Loading : public Test {
 std::vector<std::string> WithoutNoise(const std::vector<std::string>& journal) {
   std::vector<std::string> lines;
   for (const std::string& line : journal) {
-    if (!line.starts_with("CommandStateChange") && !line.starts_with("StatusTextChange")) lines.push_back(line);
+    if (!line.starts_with("CommandStateChange") && !line.starts_with("StatusTextChange"))
+      lines.push_back(line);
   }
   return lines;
 }
@@ -29,9 +30,10 @@ TEST_F(Loading, TellsOfAPageInTheOrderInWhichItComes) {
   ASSERT_TRUE(window.WaitFor("TitleChange A"));
   std::vector<std::string> lines = WithoutNoise(window.journal);
   lines.erase(std::remove(lines.begin(), lines.end(), "TitleChange A"), lines.end());
-  EXPECT_EQ(lines, (std::vector<std::string>{"BeforeNavigate2 " + server.Url("/a"), "DownloadBegin",
-                                             "NavigateComplete2 top " + server.Url("/a"),
-                                             "DocumentComplete top " + server.Url("/a"), "DownloadComplete"}));
+  EXPECT_EQ(lines,
+            (std::vector<std::string>{"BeforeNavigate2 " + server.Url("/a"), "DownloadBegin",
+                                      "NavigateComplete2 top " + server.Url("/a"),
+                                      "DocumentComplete top " + server.Url("/a"), "DownloadComplete"}));
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/a"));
   EXPECT_EQ(window.Browser().LocationName(), "A");
   EXPECT_FALSE(window.Browser().Busy());

@@ -37,8 +37,8 @@ std::string LoopbackServer::Url(const std::string& path, const std::string& host
 }
 
 int LoopbackServer::Count(const std::string& path) const {
-  return static_cast<int>(
-      std::count_if(requests_.begin(), requests_.end(), [&](const Request& request) { return request.path == path; }));
+  return static_cast<int>(std::count_if(requests_.begin(), requests_.end(),
+                                        [&](const Request& request) { return request.path == path; }));
 }
 
 Request LoopbackServer::Last(const std::string& path) const {
@@ -55,15 +55,19 @@ void LoopbackServer::OnRequest(SoupServer* /*server*/, SoupServerMessage* messag
   request.path = path;
   GUri* uri = soup_server_message_get_uri(message);
   request.host = g_uri_get_host(uri) != nullptr ? g_uri_get_host(uri) : "";
-  soup_message_headers_foreach(soup_server_message_get_request_headers(message), NoteHeader, &request.headers);
+  soup_message_headers_foreach(soup_server_message_get_request_headers(message), NoteHeader,
+                               &request.headers);
   self->requests_.push_back(request);
 
   const auto handler = self->handlers_.find(path);
-  const Reply reply = handler != self->handlers_.end() ? handler->second(request) : Reply{"not here", "text/plain", 404};
+  const Reply reply =
+      handler != self->handlers_.end() ? handler->second(request) : Reply{"not here", "text/plain", 404};
   soup_server_message_set_status(message, reply.status, nullptr);
   SoupMessageHeaders* headers = soup_server_message_get_response_headers(message);
-  for (const auto& [name, value] : reply.headers) soup_message_headers_append(headers, name.c_str(), value.c_str());
-  soup_server_message_set_response(message, reply.type.c_str(), SOUP_MEMORY_COPY, reply.body.data(), reply.body.size());
+  for (const auto& [name, value] : reply.headers)
+    soup_message_headers_append(headers, name.c_str(), value.c_str());
+  soup_server_message_set_response(message, reply.type.c_str(), SOUP_MEMORY_COPY, reply.body.data(),
+                                   reply.body.size());
 }
 
 }  // namespace kivandra::testing

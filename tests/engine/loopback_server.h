@@ -27,8 +27,8 @@ struct Reply {
   std::vector<std::pair<std::string, std::string>> headers = {};
 };
 
-/// A web server on a free loopback port, in this process and on its main loop; every host name that is given to it is
-/// one more name of itself.
+/// A web server on a free loopback port, in this process and on its main loop; every host name that is given
+/// to it is one more name of itself.
 class LoopbackServer {
  public:
   LoopbackServer();

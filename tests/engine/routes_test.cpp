@@ -53,20 +53,21 @@ TEST_P(PageRoutes, IsAskedAndLoadsNothingWhenRefused) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, PageRoutes,
-    ::testing::Values(
-        Route{"LinkClick", "<a id=x href=/bad>x</a>", "x.click()"},
-        Route{"LinkWithDownloadAttribute", "<a id=x download href=/bad>x</a>", "x.click()"},
-        Route{"LocationHref", "a", "location.href='/bad'"}, Route{"LocationReplace", "a", "location.replace('/bad')"},
-        Route{"FormGet", "<form id=x action=/bad></form>", "x.submit()"},
-        Route{"FormPost", "<form id=x method=post action=/bad></form>", "x.submit()"},
-        Route{"MetaRefresh", "<meta http-equiv=refresh content='0;url=/bad'>a", ""},
-        Route{"Frame", "<iframe src=/bad></iframe>", ""},
-        Route{"FrameInFrame", "<iframe srcdoc='<iframe src=/bad></iframe>'></iframe>", ""},
-        Route{"FrameSet", "<frameset cols='*'><frame src=/bad></frameset>", ""},
-        Route{"Object", "<object type='text/html' data=/bad></object>", ""},
-        Route{"Embed", "<embed type='text/html' src=/bad>", ""},
-        Route{"FrameSetsTop", "<iframe srcdoc='<script>top.location=\"/bad\"</script>'></iframe>", ""},
-        Route{"BlankFrameGoesOn", "<iframe id=x></iframe>", "x.contentWindow.location='/bad'"}),
+    ::testing::Values(Route{"LinkClick", "<a id=x href=/bad>x</a>", "x.click()"},
+                      Route{"LinkWithDownloadAttribute", "<a id=x download href=/bad>x</a>", "x.click()"},
+                      Route{"LocationHref", "a", "location.href='/bad'"},
+                      Route{"LocationReplace", "a", "location.replace('/bad')"},
+                      Route{"FormGet", "<form id=x action=/bad></form>", "x.submit()"},
+                      Route{"FormPost", "<form id=x method=post action=/bad></form>", "x.submit()"},
+                      Route{"MetaRefresh", "<meta http-equiv=refresh content='0;url=/bad'>a", ""},
+                      Route{"Frame", "<iframe src=/bad></iframe>", ""},
+                      Route{"FrameInFrame", "<iframe srcdoc='<iframe src=/bad></iframe>'></iframe>", ""},
+                      Route{"FrameSet", "<frameset cols='*'><frame src=/bad></frameset>", ""},
+                      Route{"Object", "<object type='text/html' data=/bad></object>", ""},
+                      Route{"Embed", "<embed type='text/html' src=/bad>", ""},
+                      Route{"FrameSetsTop",
+                            "<iframe srcdoc='<script>top.location=\"/bad\"</script>'></iframe>", ""},
+                      Route{"BlankFrameGoesOn", "<iframe id=x></iframe>", "x.contentWindow.location='/bad'"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 struct Scheme {
@@ -92,12 +93,12 @@ TEST_P(ForbiddenSchemes, NeverLoadEvenIfAllowed) {
   EXPECT_FALSE(window.Browser().Busy());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ForbiddenSchemes,
-                         ::testing::Values(Scheme{"Mail", "mailto:a@b.example"}, Scheme{"Ftp", "ftp://127.0.0.1/x"},
-                                           Scheme{"ViewSource", "view-source:http://127.0.0.1/"},
-                                           Scheme{"Engine", "webkit://gpu"}, Scheme{"Unknown", "steam://run/1"},
-                                           Scheme{"About", "about:config"}),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    All, ForbiddenSchemes,
+    ::testing::Values(Scheme{"Mail", "mailto:a@b.example"}, Scheme{"Ftp", "ftp://127.0.0.1/x"},
+                      Scheme{"ViewSource", "view-source:http://127.0.0.1/"}, Scheme{"Engine", "webkit://gpu"},
+                      Scheme{"Unknown", "steam://run/1"}, Scheme{"About", "about:config"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Routes, ATypedScriptDoesNotRun) {
   server.Serve("/a", {"<title>a</title>a"});
@@ -120,10 +121,10 @@ TEST_F(Routes, APageCannotOpenAFile) {
 
 TEST_F(Routes, BadTextLoadsNothingAndHarmsNothing) {
   for (const std::string& text :
-       {std::string("http:///"), std::string(), std::string("   "), std::string("http://"), std::string("https://?x"),
-        std::string(1, '\0'), std::string("\x01\x02"), std::string("http://\xff\xfe/"),
-        "http://127.0.0.1/" + std::string(1 << 20, 'x'), std::string("http://a b/"), std::string(":"),
-        std::string("//"), std::string("http://[::1/")}) {
+       {std::string("http:///"), std::string(), std::string("   "), std::string("http://"),
+        std::string("https://?x"), std::string(1, '\0'), std::string("\x01\x02"),
+        std::string("http://\xff\xfe/"), "http://127.0.0.1/" + std::string(1 << 20, 'x'),
+        std::string("http://a b/"), std::string(":"), std::string("//"), std::string("http://[::1/")}) {
     SCOPED_TRACE(text.substr(0, 40));
     const int before = window.Count("BeforeNavigate2");
     window.judge = [](const auto& navigation) { navigation->Allow(); };
@@ -272,7 +273,8 @@ TEST_F(Routes, ManyStepsInsideThePageAreJudgedOneAtATime) {
   PageIsQuiet();
   EXPECT_EQ(held.size(), 1U);
   held.front()->Allow();
-  ASSERT_TRUE(WaitUntil([&] { return held.size() == 2 || window.Browser().LocationURL() == server.Url("/s49"); }));
+  ASSERT_TRUE(
+      WaitUntil([&] { return held.size() == 2 || window.Browser().LocationURL() == server.Url("/s49"); }));
   if (held.size() == 2) held[1]->Allow();
   ASSERT_TRUE(WaitUntil([&] { return window.Browser().LocationURL() == server.Url("/s49"); }));
 }
@@ -306,22 +308,27 @@ TEST_F(Routes, ARefusedFragmentStays) {
 TEST_F(Routes, ServiceWorkersDoNotExist) {
   server.Serve("/a", {"a"});
   ASSERT_TRUE(window.Load(server.Url("/a")));
-  EXPECT_EQ(window.Script("return typeof navigator.serviceWorker + typeof SharedWorker"), "undefinedundefined");
+  EXPECT_EQ(window.Script("return typeof navigator.serviceWorker + typeof SharedWorker"),
+            "undefinedundefined");
 }
 
 TEST_F(Routes, NothingIsDownloaded) {
   server.Serve("/a", {"a"});
   server.Serve("/file", {"x", "application/octet-stream"});
-  server.Serve("/attached", {"x", "text/html", 200, {{"Content-Disposition", "attachment; filename=x.html"}}});
-  server.Serve("/mixed", {"--b\r\nContent-Type: text/html\r\n\r\none\r\n--b\r\nContent-Type: text/html\r\n\r\ntwo\r\n--b--",
-                          "multipart/x-mixed-replace;boundary=b"});
+  server.Serve("/attached",
+               {"x", "text/html", 200, {{"Content-Disposition", "attachment; filename=x.html"}}});
+  server.Serve(
+      "/mixed",
+      {"--b\r\nContent-Type: text/html\r\n\r\none\r\n--b\r\nContent-Type: text/html\r\n\r\ntwo\r\n--b--",
+       "multipart/x-mixed-replace;boundary=b"});
   for (const char* path : {"/file", "/attached", "/mixed"}) {
     SCOPED_TRACE(path);
     ASSERT_TRUE(window.Load(server.Url("/a")));
     window.journal.clear();
     window.RunScript(std::string("location.href='") + path + "'");
     ASSERT_TRUE(window.WaitFor("DocumentComplete top " + server.Url(path)));
-    EXPECT_THAT(window.Script("return document.body.textContent"), ::testing::HasSubstr("This is not a page"));
+    EXPECT_THAT(window.Script("return document.body.textContent"),
+                ::testing::HasSubstr("This is not a page"));
   }
 }
 

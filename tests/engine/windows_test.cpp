@@ -47,13 +47,14 @@ TEST_F(NewWindows, NothingOpensIfTheyAreRefused) {
 
 TEST_F(NewWindows, ThePageOpensInTheNewWindowAndIsJudgedThere) {
   AllowWindows();
-  for (const char* script : {"window.open('/p')", "blank.click()", "form.submit()", "window.open('').location='/p'",
-                             "window.open('/p', '', 'noopener')"}) {
+  for (const char* script : {"window.open('/p')", "blank.click()", "form.submit()",
+                             "window.open('').location='/p'", "window.open('/p', '', 'noopener')"}) {
     SCOPED_TRACE(script);
     popUp.reset();
     const int before = window.Count("BeforeNavigate2");
     window.RunScript(script);
-    ASSERT_TRUE(WaitUntil([&] { return popUp && popUp->Count("DocumentComplete top " + server.Url("/p")) > 0; }));
+    ASSERT_TRUE(
+        WaitUntil([&] { return popUp && popUp->Count("DocumentComplete top " + server.Url("/p")) > 0; }));
     EXPECT_EQ(popUp->Count("BeforeNavigate2 " + server.Url("/p")), 1);
     EXPECT_EQ(popUp->Count("OnVisible true"), 1);
     EXPECT_EQ(window.Count("BeforeNavigate2"), before);
@@ -132,6 +133,9 @@ TEST_F(NewWindows, ScriptsPlaceAndSizeTheirWindow) {
   EXPECT_EQ(popUp->Last("WindowSetHeight"), "WindowSetHeight 200");
   EXPECT_EQ(popUp->Last("WindowSetLeft"), "WindowSetLeft 30");
   EXPECT_EQ(popUp->Last("WindowSetTop"), "WindowSetTop 40");
+  popUp->RunScript("resizeTo(350, 250)");
+  ASSERT_TRUE(popUp->WaitFor("WindowSetWidth 350"));
+  ASSERT_TRUE(popUp->WaitFor("WindowSetHeight 250"));
   popUp.reset();
   window.RunScript("window.open('/p')");
   ASSERT_TRUE(WaitUntil([&] { return popUp && popUp->Count("DownloadComplete") > 0; }));
@@ -228,9 +232,11 @@ TEST_F(ScriptObjects, CannotBeReplacedByAPage) {
   server.Serve("/a", {"a"});
   window.Browser().SetScriptObject("KVD", &recorder);
   ASSERT_TRUE(window.Load(server.Url("/a")));
-  EXPECT_EQ(window.Script("try { KVD = 1 } catch {} try { delete window.KVD } catch {} try { KVD.Navigate = 1 } catch {}"
-                          "return typeof KVD + typeof KVD.Navigate"),
-            "objectfunction");
+  EXPECT_EQ(
+      window.Script(
+          "try { KVD = 1 } catch {} try { delete window.KVD } catch {} try { KVD.Navigate = 1 } catch {}"
+          "return typeof KVD + typeof KVD.Navigate"),
+      "objectfunction");
 }
 
 TEST_F(ScriptObjects, AreOutOfReachForFrames) {
@@ -262,7 +268,8 @@ class Unloading : public Test {
 };
 
 TEST_F(Unloading, HandlersOfPageAndFramesAreTakenAway) {
-  server.Serve("/a", {"<body onunload=\"navigator.sendBeacon('/left-page')\">a<iframe src=/f></iframe></body>"});
+  server.Serve("/a",
+               {"<body onunload=\"navigator.sendBeacon('/left-page')\">a<iframe src=/f></iframe></body>"});
   server.Serve("/f", {"<body onunload=\"navigator.sendBeacon('/left-frame')\">f</body>"});
   server.Serve("/b", {"b"});
   window.onNavigated = [](PageFrame& frame) { frame.ClearUnloadHandler(); };
@@ -354,7 +361,8 @@ TEST_F(Troubles, APagesQuestionsAreAnsweredForIt) {
   EXPECT_EQ(window.Script("return prompt('Password?')"), "null");
   EXPECT_EQ(window.Script("window.print(); return 'went on'"), "went on");
   EXPECT_THAT(window.Script("return await navigator.clipboard.readText()"), HasSubstr("error"));
-  EXPECT_EQ(window.Script("return typeof Notification + typeof navigator.mediaDevices + !!document.fullscreenEnabled"),
+  EXPECT_EQ(window.Script(
+                "return typeof Notification + typeof navigator.mediaDevices + !!document.fullscreenEnabled"),
             "undefinedundefinedfalse");
 }
 
@@ -383,8 +391,11 @@ TEST_F(Identity, IsWhatTheEngineReallySends) {
 }
 
 TEST_F(Identity, KnowsTheCookiesOfEachHost) {
-  server.Serve("/set", {"a", "text/html", 200,
-                        {{"Set-Cookie", "plain=1; Path=/"}, {"Set-Cookie", "hidden=2; HttpOnly; Max-Age=1000; Path=/"}}});
+  server.Serve("/set", {"a",
+                        "text/html",
+                        200,
+                        {{"Set-Cookie", "plain=1; Path=/"},
+                         {"Set-Cookie", "hidden=2; HttpOnly; Max-Age=1000; Path=/"}}});
   server.Serve("/a", {"a"});
   ASSERT_TRUE(window.Load(server.Url("/set")));
   ASSERT_TRUE(window.Load(server.Url("/a")));

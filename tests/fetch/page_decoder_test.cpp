@@ -40,29 +40,42 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         Page{"Empty", "text/html", "", ""}, Page{"AsciiUndeclared", "text/html", "plain", "plain"},
         Page{"WesternUndeclared", "text/html", "\xF1", "ñ\n\xEF\xBF\xBD"},
-        Page{"Utf8Undeclared", "text/html", "ñ", "Ã±\nñ"}, Page{"Utf8InHeader", "text/html; charset=UTF-8", "ñ", "ñ"},
-        Page{"Utf8Broken", "text/html; charset=utf-8", "a\xFF" "b\xE2\x82z", "a\xEF\xBF\xBD" "b\xEF\xBF\xBDz"},
+        Page{"Utf8Undeclared", "text/html", "ñ", "Ã±\nñ"},
+        Page{"Utf8InHeader", "text/html; charset=UTF-8", "ñ", "ñ"},
+        Page{"Utf8Broken", "text/html; charset=utf-8",
+             "a\xFF"
+             "b\xE2\x82z",
+             "a\xEF\xBF\xBD"
+             "b\xEF\xBF\xBDz"},
         Page{"Latin1MeansWindows", "text/html; charset=latin1", "\x80\xF1", "€ñ"},
         Page{"AsciiMeansWindows", "text/html; charset=us-ascii", "\x80", "€"},
         Page{"QuotedLabel", "text/html; charset=\"iso-8859-2\"", "\xB1", "ą"},
         Page{"SingleQuotedLabel", "text/html; charset='iso-8859-2'", "\xB1", "ą"},
         Page{"FirstOfTwoLabels", "text/html; charset=iso-8859-2; charset=utf-8", "\xB1", "ą"},
         Page{"BlanksAroundLabel", "text/html;charset = iso-8859-2 ", "\xB1", "ą"},
-        Page{"MarkBeatsHeader", "text/html; charset=latin1", "\xEF\xBB\xBF" "ñ", "ñ"},
+        Page{"MarkBeatsHeader", "text/html; charset=latin1",
+             "\xEF\xBB\xBF"
+             "ñ",
+             "ñ"},
         Page{"Utf16LittleMark", "text/html; charset=utf-8", "\xFF\xFE" + Utf16(u"sex ñ", false), "sex ñ"},
         Page{"Utf16BigMark", "text/html", "\xFE\xFF" + Utf16(u"sex ñ", true), "sex ñ"},
         Page{"Utf16WithoutMark", "text/html; charset=utf-16", Utf16(u"sex ñ", false), "sex ñ"},
         Page{"Utf16BigWithoutMark", "text/html; charset=utf-16be", Utf16(u"sex ñ", true), "sex ñ"},
         Page{"Utf16Pairs", "text/html; charset=utf-16le", Utf16(u"\xD83D\xDE00", false), "😀"},
-        Page{"Utf16BrokenPairs", "text/html; charset=utf-16le", Utf16({0xDE00, 'a', 0xD83D, 'b', 0xD83D}, false),
-             "\xEF\xBF\xBD" "a\xEF\xBF\xBD" "b\xEF\xBF\xBD"},
+        Page{"Utf16BrokenPairs", "text/html; charset=utf-16le",
+             Utf16({0xDE00, 'a', 0xD83D, 'b', 0xD83D}, false),
+             "\xEF\xBF\xBD"
+             "a\xEF\xBF\xBD"
+             "b\xEF\xBF\xBD"},
         Page{"UnknownHeaderLetsMetaSpeak", "text/html; charset=foo", "<meta charset=iso-8859-2>\xB1",
              "<meta charset=iso-8859-2>ą"},
-        Page{"HeaderBeatsMeta", "text/html; charset=utf-8", "<meta charset=iso-8859-2>ñ", "<meta charset=iso-8859-2>ñ"},
+        Page{"HeaderBeatsMeta", "text/html; charset=utf-8", "<meta charset=iso-8859-2>ñ",
+             "<meta charset=iso-8859-2>ñ"},
         Page{"MetaCannotMeanUtf16", "text/html", "<meta charset=utf-16>ñ", "<meta charset=utf-16>ñ"},
         Page{"MetaInQuotes", "text/html", "<META name=x Charset = 'ISO-8859-2' >\xB1",
              "<META name=x Charset = 'ISO-8859-2' >ą"},
-        Page{"MetaOldForm", "text/html", "<meta http-equiv=Content-Type content=\"text/html; charset=iso-8859-2\">\xB1",
+        Page{"MetaOldForm", "text/html",
+             "<meta http-equiv=Content-Type content=\"text/html; charset=iso-8859-2\">\xB1",
              "<meta http-equiv=Content-Type content=\"text/html; charset=iso-8859-2\">ą"},
         Page{"XmlDeclaration", "text/html", "<?xml version=\"1.0\" encoding=\"iso-8859-2\"?>\xB1",
              "<?xml version=\"1.0\" encoding=\"iso-8859-2\"?>ą"},
@@ -82,7 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
         Page{"Utf7IsNotRead", "text/html; charset=utf-7", "+AHM-ex", "+AHM-ex"},
         Page{"RefusedCharsetIsReadAsBytes", "text/html; charset=iso-2022-kr", "sex", "sex"},
         Page{"ZerosBetweenLetters", "text/html; charset=utf-8", std::string("s\0e\0x", 5),
-             "sex\ns\xEF\xBF\xBD" "e\xEF\xBF\xBDx"},
+             "sex\ns\xEF\xBF\xBD"
+             "e\xEF\xBF\xBDx"},
         Page{"NoTypeAtAll", "", "plain", "plain"}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -99,19 +113,25 @@ struct Head {
 class Heads : public ::testing::TestWithParam<Head> {};
 
 TEST_P(Heads, DeclareOnlyWhereTheEngineLooks) {
-  EXPECT_EQ(ReadingsOf(GetParam().bytes, "text/html").front(), GetParam().declares ? "ISO-8859-2" : "windows-1252");
+  EXPECT_EQ(ReadingsOf(GetParam().bytes, "text/html").front(),
+            GetParam().declares ? "ISO-8859-2" : "windows-1252");
 }
 
 const std::string kMeta = "<meta charset=iso-8859-2>";
 
 INSTANTIATE_TEST_SUITE_P(
     All, Heads,
-    ::testing::Values(Head{"First", kMeta, true}, Head{"BehindALongComment", "<!--" + std::string(3000, 'x') + "-->" + kMeta, true},
-                      Head{"BehindALongHead", "<title>a</title>" + [] {
-                        std::string links;
-                        for (int i = 0; i < 200; ++i) links += "<link rel=x href=y>";
-                        return links;
-                      }() + kMeta, true},
+    ::testing::Values(Head{"First", kMeta, true},
+                      Head{"BehindALongComment", "<!--" + std::string(3000, 'x') + "-->" + kMeta, true},
+                      Head{"BehindALongHead",
+                           "<title>a</title>" +
+                               [] {
+                                 std::string links;
+                                 for (int i = 0; i < 200; ++i) links += "<link rel=x href=y>";
+                                 return links;
+                               }() +
+                               kMeta,
+                           true},
                       Head{"BehindTheBodysTag", "<body>a" + kMeta, true},
                       Head{"FarInTheBody", "<body>" + std::string(3000, 'a') + "<p>" + kMeta, false},
                       Head{"InAComment", "<!-- " + kMeta + " -->", false},
@@ -137,8 +157,9 @@ TEST(DecodingPieces, GiveTheSameAsTheWholePage) {
 }
 
 TEST(DecodingLabels, AllHaveADecoder) {
-  for (const char* label : {"iso-8859-16", "cp866", "macintosh", "x-mac-cyrillic", "windows-874", "gb18030", "big5-hkscs",
-                            "iso-8859-10", "iso-8859-13", "iso-8859-14", "iso-8859-15", "koi8-u", "windows-1258"}) {
+  for (const char* label :
+       {"iso-8859-16", "cp866", "macintosh", "x-mac-cyrillic", "windows-874", "gb18030", "big5-hkscs",
+        "iso-8859-10", "iso-8859-13", "iso-8859-14", "iso-8859-15", "koi8-u", "windows-1258"}) {
     SCOPED_TRACE(label);
     ASSERT_FALSE(CharsetOfLabel(label).empty());
     // A decoder that is missing would be replaced by the Western one.

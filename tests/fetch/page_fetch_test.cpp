@@ -88,7 +88,8 @@ class PageFetching : public ::testing::Test {
 
 std::string Gzip(const std::string& bytes) {
   GZlibCompressor* compressor = g_zlib_compressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP, 9);
-  GInputStream* memory = g_memory_input_stream_new_from_data(bytes.data(), static_cast<gssize>(bytes.size()), nullptr);
+  GInputStream* memory =
+      g_memory_input_stream_new_from_data(bytes.data(), static_cast<gssize>(bytes.size()), nullptr);
   GInputStream* packed = g_converter_input_stream_new(memory, G_CONVERTER(compressor));
   std::string result;
   char piece[4096];
@@ -116,10 +117,11 @@ TEST_F(PageFetching, LooksLikeTheEngineToTheServer) {
   ASSERT_EQ(Fetch(server.Url("/p?q=1")), "x");
   const std::string request = server.Requests().at(0);
   EXPECT_THAT(request, ::testing::StartsWith("GET /p?q=1 HTTP/1.1\r\n"));
-  for (const char* header :
-       {"\r\nUser-Agent: Engine/1\r\n", "\r\nAccept: text/html,*/*;q=0.8\r\n", "\r\nAccept-Language: es-MX,es;q=0.90\r\n",
-        "\r\nCookie: a=b; c=d\r\n", "\r\nAccept-Encoding: gzip, deflate\r\n", "\r\nUpgrade-Insecure-Requests: 1\r\n",
-        "\r\nSec-Fetch-Dest: document\r\n", "\r\nSec-Fetch-Mode: navigate\r\n", "\r\nSec-Fetch-Site: none\r\n"}) {
+  for (const char* header : {"\r\nUser-Agent: Engine/1\r\n", "\r\nAccept: text/html,*/*;q=0.8\r\n",
+                             "\r\nAccept-Language: es-MX,es;q=0.90\r\n", "\r\nCookie: a=b; c=d\r\n",
+                             "\r\nAccept-Encoding: gzip, deflate\r\n", "\r\nUpgrade-Insecure-Requests: 1\r\n",
+                             "\r\nSec-Fetch-Dest: document\r\n", "\r\nSec-Fetch-Mode: navigate\r\n",
+                             "\r\nSec-Fetch-Site: none\r\n"}) {
     EXPECT_THAT(request, HasSubstr(header));
   }
   EXPECT_THAT(request, Not(HasSubstr("Referer")));
@@ -137,8 +139,9 @@ TEST_F(PageFetching, FollowsEveryKindOfRedirect) {
   for (const char* status : {"301 Moved", "302 Found", "303 See", "307 Temporary", "308 Permanent"}) {
     SCOPED_TRACE(status);
     RawServer server([&](Connection& connection, const std::string& request) {
-      connection.Send(request.starts_with("GET /end") ? HttpAnswer("the end")
-                                                      : HttpAnswer("moved", "text/html", status, "Location: /end\r\n"));
+      connection.Send(request.starts_with("GET /end")
+                          ? HttpAnswer("the end")
+                          : HttpAnswer("moved", "text/html", status, "Location: /end\r\n"));
     });
     EXPECT_EQ(Fetch(server.Url("/start")), "the end");
   }
@@ -147,8 +150,9 @@ TEST_F(PageFetching, FollowsEveryKindOfRedirect) {
 TEST_F(PageFetching, AsksForCookiesAtEveryStepAndSendsThemToNoOtherHost) {
   RawServer other(Always(HttpAnswer("other")));
   RawServer server([&](Connection& connection, const std::string&) {
-    connection.Send(HttpAnswer("", "text/html", "302 Found",
-                               "Set-Cookie: planted=1\r\nLocation: " + other.Url("/x", "localhost") + "\r\n"));
+    connection.Send(
+        HttpAnswer("", "text/html", "302 Found",
+                   "Set-Cookie: planted=1\r\nLocation: " + other.Url("/x", "localhost") + "\r\n"));
   });
   identity.cookies[server.Url("")] = "secret=1";
   EXPECT_EQ(Fetch(server.Url("/")), "other");
@@ -159,9 +163,9 @@ TEST_F(PageFetching, AsksForCookiesAtEveryStepAndSendsThemToNoOtherHost) {
 
 TEST_F(PageFetching, DropsWhatAServerWantsToSet) {
   RawServer server([](Connection& connection, const std::string& request) {
-    connection.Send(request.starts_with("GET /2")
-                        ? HttpAnswer("two")
-                        : HttpAnswer("", "text/html", "302 Found", "Set-Cookie: planted=1\r\nLocation: /2\r\n"));
+    connection.Send(request.starts_with("GET /2") ? HttpAnswer("two")
+                                                  : HttpAnswer("", "text/html", "302 Found",
+                                                               "Set-Cookie: planted=1\r\nLocation: /2\r\n"));
   });
   EXPECT_EQ(Fetch(server.Url("/1")), "two");
   EXPECT_THAT(server.Requests().at(1), Not(HasSubstr("planted")));
@@ -178,7 +182,8 @@ class RedirectChains : public PageFetching, public ::testing::WithParamInterface
 TEST_P(RedirectChains, EndAfterTwentySteps) {
   int left = GetParam().steps;
   RawServer server([&](Connection& connection, const std::string&) {
-    connection.Send(left-- > 0 ? HttpAnswer("", "text/html", "302 Found", "Location: /again\r\n") : HttpAnswer("end"));
+    connection.Send(left-- > 0 ? HttpAnswer("", "text/html", "302 Found", "Location: /again\r\n")
+                               : HttpAnswer("end"));
   });
   EXPECT_EQ(Fetch(server.Url("/")), GetParam().source);
 }
@@ -189,18 +194,20 @@ INSTANTIATE_TEST_SUITE_P(All, RedirectChains,
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(PageFetching, NeverLeavesTheWeb) {
-  for (const char* target : {"file:///etc/hostname", "data:text/html,x", "ftp://127.0.0.1/", "javascript:1", "mailto:a@b"}) {
+  for (const char* target :
+       {"file:///etc/hostname", "data:text/html,x", "ftp://127.0.0.1/", "javascript:1", "mailto:a@b"}) {
     SCOPED_TRACE(target);
-    RawServer server(Always(HttpAnswer("moved", "text/html", "302 Found", std::string("Location: ") + target + "\r\n")));
+    RawServer server(
+        Always(HttpAnswer("moved", "text/html", "302 Found", std::string("Location: ") + target + "\r\n")));
     EXPECT_EQ(Fetch(server.Url("/")), "");
     EXPECT_EQ(Fetch(target), "");
   }
 }
 
 TEST_F(PageFetching, AnAddressThatIsNoneIsAnEmptyPage) {
-  for (const std::string& url : {std::string(), std::string("   "), std::string("http:///"), std::string("http://"),
-                                 std::string("about:blank"), std::string("\xff\x01"), std::string(1, '\0'),
-                                 "x" + std::string(1 << 20, 'y')}) {
+  for (const std::string& url : {std::string(), std::string("   "), std::string("http:///"),
+                                 std::string("http://"), std::string("about:blank"), std::string("\xff\x01"),
+                                 std::string(1, '\0'), "x" + std::string(1 << 20, 'y')}) {
     EXPECT_EQ(Fetch(url), "");
   }
 }
@@ -250,7 +257,8 @@ TEST_F(PageFetching, ReadsAPageThatEndsWithItsConnection) {
 }
 
 TEST_F(PageFetching, UnpacksWhatTheServerPacked) {
-  RawServer server(Always(HttpAnswer(Gzip("packed words"), "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
+  RawServer server(
+      Always(HttpAnswer(Gzip("packed words"), "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
   EXPECT_EQ(Fetch(server.Url("/")), "packed words");
   // The engine shows such a page as it came.
   RawServer plain(Always(HttpAnswer("no gzip at all", "text/html", "200 OK", "Content-Encoding: gzip\r\n")));
@@ -281,8 +289,8 @@ TEST_F(PageFetching, ABombStopsAtTheLimitAndCostsLittleMemory) {
   EXPECT_LE(source->size(), std::size_t{10} * 1024 * 1024);
   EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 200 * 1024);
 
-  RawServer large(Always(HttpAnswer(Gzip(std::string(std::size_t{200} * 1024 * 1024, 'x')), "text/html", "200 OK",
-                                    "Content-Encoding: gzip\r\n")));
+  RawServer large(Always(HttpAnswer(Gzip(std::string(std::size_t{200} * 1024 * 1024, 'x')), "text/html",
+                                    "200 OK", "Content-Encoding: gzip\r\n")));
   EXPECT_EQ(Fetch(large.Url("/")), "");
 }
 
@@ -361,8 +369,8 @@ TEST_F(PageFetching, FortyPagesOfOneHostAreFetchedSideBySide) {
 }
 
 TEST_F(PageFetching, NoPieceOfWorkHoldsTheLoopForLong) {
-  RawServer server(Always(HttpAnswer(Gzip(std::string(std::size_t{30} * 1024 * 1024, 'x')), "text/html", "200 OK",
-                                     "Content-Encoding: gzip\r\n")));
+  RawServer server(Always(HttpAnswer(Gzip(std::string(std::size_t{30} * 1024 * 1024, 'x')), "text/html",
+                                     "200 OK", "Content-Encoding: gzip\r\n")));
   linux_impl::SoupPageFetch fetch(identity);
   bool done = false;
   const auto ticket = fetch.FetchPage(server.Url("/"), [&](const std::string& source) {

@@ -41,7 +41,8 @@ void Connection::WaitForEnd() {
   }
 }
 
-RawServer::RawServer(Handler handler) : handler_(std::move(handler)), listener_(socket(AF_INET, SOCK_STREAM, 0)) {
+RawServer::RawServer(Handler handler)
+    : handler_(std::move(handler)), listener_(socket(AF_INET, SOCK_STREAM, 0)) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -107,8 +108,9 @@ std::vector<std::string> RawServer::Requests() const {
 
 std::string HttpAnswer(const std::string& body, const std::string& type, const std::string& status,
                        const std::string& headers) {
-  return "HTTP/1.1 " + status + "\r\nContent-Type: " + type + "\r\nContent-Length: " + std::to_string(body.size()) +
-         "\r\nConnection: close\r\n" + headers + "\r\n" + body;
+  return "HTTP/1.1 " + status + "\r\nContent-Type: " + type +
+         "\r\nContent-Length: " + std::to_string(body.size()) + "\r\nConnection: close\r\n" + headers +
+         "\r\n" + body;
 }
 
 }  // namespace kivandra::testing

@@ -57,7 +57,8 @@ class RawServer {
 };
 
 /// An answer with its length, after which the connection closes.
-[[nodiscard]] std::string HttpAnswer(const std::string& body, const std::string& type = "text/html; charset=utf-8",
+[[nodiscard]] std::string HttpAnswer(const std::string& body,
+                                     const std::string& type = "text/html; charset=utf-8",
                                      const std::string& status = "200 OK", const std::string& headers = "");
 
 }  // namespace kivandra::testing

@@ -11,8 +11,8 @@ namespace {
 
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 
-/// The text without blanks around it, its control characters and everything beyond ASCII as percent escapes: the
-/// engine's own encoder would encode letters beyond ASCII twice, and takes no NUL.
+/// The text without blanks around it, its control characters and everything beyond ASCII as percent escapes:
+/// the engine's own encoder would encode letters beyond ASCII twice, and takes no NUL.
 std::string Escaped(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
@@ -89,7 +89,8 @@ bool IsBlankDocument(std::string_view address) {
 
 bool PageMayLoad(std::string_view address) {
   const std::string scheme = SchemeOf(address);
-  return IsWebScheme(scheme) || scheme == "data" || scheme == "blob" || (!address.empty() && IsBlankDocument(address));
+  return IsWebScheme(scheme) || scheme == "data" || scheme == "blob" ||
+         (!address.empty() && IsBlankDocument(address));
 }
 
 bool ProgramMayLoad(std::string_view address) { return PageMayLoad(address) || SchemeOf(address) == "file"; }

@@ -13,7 +13,8 @@ namespace kivandra::gtk {
 /// The browser control of a form: a place in the form and the view in it.
 class WebBrowserControl final : public WebBrowser, public WidgetControl {
  public:
-  WebBrowserControl(Gtk::Box& place, std::shared_ptr<BrowserView> view) : WidgetControl(place), view_(std::move(view)) {}
+  WebBrowserControl(Gtk::Box& place, std::shared_ptr<BrowserView> view)
+      : WidgetControl(place), view_(std::move(view)) {}
   ~WebBrowserControl() override { view_->Close(); }
 
   [[nodiscard]] const std::shared_ptr<BrowserView>& View() const { return view_; }
@@ -30,7 +31,9 @@ class WebBrowserControl final : public WebBrowser, public WidgetControl {
   [[nodiscard]] bool Busy() const override { return Alive()->Busy(); }
   [[nodiscard]] PageFrame* Page() override { return Alive()->Page(); }
   void ExecWB(int command, int option) override { Alive()->ExecWB(command, option); }
-  void SetRegisterAsBrowser(bool /*value*/) override { (void)Alive(); }  // every view can be the target of a window
+  void SetRegisterAsBrowser(bool /*value*/) override {
+    (void)Alive();
+  }  // every view can be the target of a window
   void SetScriptObject(const std::string& name, ScriptObject* object) override {
     Alive()->SetScriptObject(name, object);
   }

@@ -28,12 +28,21 @@ std::string AddressOf(WebKitNavigationAction* action) {
 WebKitWebView* MakeWidget(WebEngine& engine, WebKitUserContentManager* scripts, WebKitWebView* opener) {
   WebKitSettings* settings = MakeReaderSettings();
   gpointer view = opener != nullptr
-                      ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "user-content-manager", scripts,
-                                     "settings", settings, nullptr)
+                      ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "user-content-manager",
+                                     scripts, "settings", settings, nullptr)
                       : g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", engine.Session().Get(),
                                      "user-content-manager", scripts, "settings", settings, nullptr);
   g_object_unref(settings);
   return WEBKIT_WEB_VIEW(g_object_ref_sink(view));
+}
+
+/// The size of the window in which a view lies, as the engine takes it for a new window whose page asks for
+/// none.
+GdkRectangle WindowSize(WebKitWebView* view) {
+  GdkRectangle size{};
+  GtkRoot* root = gtk_widget_get_root(GTK_WIDGET(view));
+  if (GTK_IS_WINDOW(root)) gtk_window_get_default_size(GTK_WINDOW(root), &size.width, &size.height);
+  return size;
 }
 
 /// Whether the answer may be shown: one part, no attachment, of a type that the engine shows by itself.
@@ -62,8 +71,8 @@ std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& plac
   if (opener == nullptr) {
     view->PutInto(place);
   } else {
-    // The engine adds the size of the view's window to the size that a page's script asks for, so the view comes into
-    // its window when it is ready to be shown.
+    // The engine adds the size of the view's window to the size that a page's script asks for, so the view
+    // comes into its window when it is ready to be shown.
     view->place_ = &place;
     view->placeGone_ = place.signal_destroy().connect([core = view.get()] { core->place_ = nullptr; });
   }
@@ -74,7 +83,8 @@ BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
     : engine_(engine),
       scripts_(webkit_user_content_manager_new()),
       view_(MakeWidget(engine, scripts_, opener)),
-      desk_({[this](std::shared_ptr<Navigation> navigation) { Raise(navigation); }, engine.Session().ReferrerNotes()}),
+      desk_({[this](std::shared_ptr<Navigation> navigation) { Raise(navigation); },
+             engine.Session().ReferrerNotes()}),
       page_(view_),
       frames_(std::make_shared<FrameReporter>(scripts_)),
       scriptObject_(std::make_shared<ScriptObjectHost>(scripts_, view_)),
@@ -103,8 +113,10 @@ void BrowserView::Start() {
   signals_.Connect<&BrowserView::OnProgress>(view_, "notify::estimated-load-progress", this);
   signals_.Connect<&BrowserView::OnMouseTarget>(view_, "mouse-target-changed", this);
   signals_.Connect<&BrowserView::OnDestroy>(view_, "destroy", this);
-  signals_.Connect<&BrowserView::OnHistoryChanged>(webkit_web_view_get_back_forward_list(view_), "changed", this);
-  signals_.Connect<&BrowserView::OnGeometry>(webkit_web_view_get_window_properties(view_), "notify::geometry", this);
+  signals_.Connect<&BrowserView::OnHistoryChanged>(webkit_web_view_get_back_forward_list(view_), "changed",
+                                                   this);
+  signals_.Connect<&BrowserView::OnGeometry>(webkit_web_view_get_window_properties(view_), "notify::geometry",
+                                             this);
 
   gtk_widget_set_hexpand(GTK_WIDGET(view_), TRUE);
   gtk_widget_set_vexpand(GTK_WIDGET(view_), TRUE);
@@ -138,14 +150,15 @@ void BrowserView::RequireView() const {
   if (view_ == nullptr) throw PlatformError(kObjectNotSet, "the browser's window is gone");
 }
 
-// --- What the program asks for ----------------------------------------------------------------------------------
+// --- What the program asks for
+// ----------------------------------------------------------------------------------
 
 void BrowserView::Navigate(const std::string& text) {
   RequireView();
   const std::string address = EngineSpelling(text);
-  desk_.AskForLoad(SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address, [this, address] {
-    BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); });
-  });
+  desk_.AskForLoad(
+      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address,
+      [this, address] { BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); }); });
 }
 
 void BrowserView::GoInHistory(int steps) {
@@ -218,7 +231,8 @@ void BrowserView::BeginLoad(const std::function<void()>& load) {
   load();
 }
 
-// --- Questions --------------------------------------------------------------------------------------------------
+// --- Questions
+// --------------------------------------------------------------------------------------------------
 
 void BrowserView::Raise(const std::shared_ptr<Navigation>& navigation) {
   // Without a receiver nobody judges, and an unanswered question is refused.
@@ -232,8 +246,8 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
                                            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
       return TRUE;
     case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION: {
-      WebKitNavigationAction* action =
-          webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+      WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
+          WEBKIT_NAVIGATION_POLICY_DECISION(decision));
       if (PageMayLoad(AddressOf(action))) {
         webkit_policy_decision_use(decision);  // the window is asked for next, its address is judged there
       } else {
@@ -259,7 +273,8 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
   return TRUE;
 }
 
-// --- Loading ----------------------------------------------------------------------------------------------------
+// --- Loading
+// ----------------------------------------------------------------------------------------------------
 
 void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
   switch (event) {
@@ -297,12 +312,14 @@ void BrowserView::LoadCommitted() {
 }
 
 void BrowserView::LoadFinished() {
-  if (!committed_ && ownPage_) return;  // the page that is shown instead begins next, and its end is the end of both
+  if (!committed_ && ownPage_)
+    return;  // the page that is shown instead begins next, and its end is the end of both
   if (!committed_ || !Text(webkit_web_view_get_title(view_)).empty()) {
     CompleteLoad();
     return;
   }
-  // The engine tells a short page's title only after its end, and whoever notes the visit wants it: the page knows.
+  // The engine tells a short page's title only after its end, and whoever notes the visit wants it: the page
+  // knows.
   completing_ = true;
   const auto done = [](GObject* source, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<std::weak_ptr<BrowserView>> weak(static_cast<std::weak_ptr<BrowserView>*>(data));
@@ -333,8 +350,8 @@ void BrowserView::CompleteLoad() {
 }
 
 gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
-  const bool quiet = error->domain == WEBKIT_POLICY_ERROR || g_error_matches(error, WEBKIT_NETWORK_ERROR,
-                                                                             WEBKIT_NETWORK_ERROR_CANCELLED);
+  const bool quiet = error->domain == WEBKIT_POLICY_ERROR ||
+                     g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
   if (!quiet) ShowTrouble(WebPages::Trouble::NotOpened, Text(address));
   return TRUE;
 }
@@ -378,7 +395,8 @@ void BrowserView::OnProgress(GParamSpec* /*property*/) {
   TellDownloadComplete();  // a frame's load that never reported its end
 }
 
-// --- Steps inside a page ----------------------------------------------------------------------------------------
+// --- Steps inside a page
+// ----------------------------------------------------------------------------------------
 
 bool BrowserView::StandsInPage() const {
   if (view_ == nullptr || starting_) return false;
@@ -434,11 +452,13 @@ void BrowserView::ReportArrival(const std::string& url) {
 }
 
 void BrowserView::LeavePage() {
-  // The page stands at a refused address without having been loaded from there; all that is left is to take it away.
+  // The page stands at a refused address without having been loaded from there; all that is left is to take
+  // it away.
   webkit_web_view_load_alternate_html(view_, "<!DOCTYPE html><title></title>", "about:blank", nullptr);
 }
 
-// --- Frames -----------------------------------------------------------------------------------------------------
+// --- Frames
+// -----------------------------------------------------------------------------------------------------
 
 void BrowserView::FrameNavigated(PageFrame& frame, const std::string& url) {
   TellDownloadBegin();
@@ -451,7 +471,8 @@ void BrowserView::FrameCompleted(PageFrame& frame, const std::string& url) {
   if (loading_) TellDownloadBegin();
 }
 
-// --- New windows ------------------------------------------------------------------------------------------------
+// --- New windows
+// ------------------------------------------------------------------------------------------------
 
 GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
   const std::string address = AddressOf(action);
@@ -463,9 +484,12 @@ GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
   auto* control = dynamic_cast<WebBrowserControl*>(target);
   if (cancel || control == nullptr) return nullptr;
   const std::shared_ptr<BrowserView> chosen = control->View();
-  if (chosen == request.Made()) return GTK_WIDGET(chosen->view_);
-  // The window was there before. The engine can't open a page's window in it, but it can go to the same address, as
-  // if that had been typed there.
+  if (chosen == request.Made()) {
+    chosen->geometry_ = WindowSize(view_);
+    return GTK_WIDGET(chosen->view_);
+  }
+  // The window was there before. The engine can't open a page's window in it, but it can go to the same
+  // address, as if that had been typed there.
   chosen->Later([view = chosen.get(), address] {
     if (!IsBlankDocument(address)) view->Navigate(address);
   });
@@ -490,15 +514,18 @@ void BrowserView::TellGeometry() {
   const GdkRectangle before = std::exchange(geometry_, asked);
   if (asked.x != before.x) Tell([&](WebBrowserEvents& events) { events.WindowSetLeft(asked.x); });
   if (asked.y != before.y) Tell([&](WebBrowserEvents& events) { events.WindowSetTop(asked.y); });
-  if (asked.width != before.width) Tell([&](WebBrowserEvents& events) { events.WindowSetWidth(asked.width); });
-  if (asked.height != before.height) Tell([&](WebBrowserEvents& events) { events.WindowSetHeight(asked.height); });
+  if (asked.width != before.width)
+    Tell([&](WebBrowserEvents& events) { events.WindowSetWidth(asked.width); });
+  if (asked.height != before.height)
+    Tell([&](WebBrowserEvents& events) { events.WindowSetHeight(asked.height); });
 }
 
 void BrowserView::OnCloseRequested() {
   Tell([](WebBrowserEvents& events) { events.OnQuit(); });
 }
 
-// --- What is told besides ---------------------------------------------------------------------------------------
+// --- What is told besides
+// ---------------------------------------------------------------------------------------
 
 void BrowserView::OnTitle(GParamSpec* /*property*/) {
   const std::string title = Text(webkit_web_view_get_title(view_));

@@ -18,8 +18,8 @@
 
 namespace kivandra::gtk {
 
-/// One view of the engine and what it tells its window. Signals hold it while their handlers run, so the control that
-/// owns it may go away inside any event; after Close it tells nothing more.
+/// One view of the engine and what it tells its window. Signals hold it while their handlers run, so the
+/// control that owns it may go away inside any event; after Close it tells nothing more.
 class BrowserView final : public std::enable_shared_from_this<BrowserView>, private FrameReporter::Receiver {
  public:
   /// A view inside `place`. `opener` is the view whose page asked for this one, or null.
@@ -55,7 +55,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   // Signals of the engine.
   void OnLoadChanged(WebKitLoadEvent event);
   gboolean OnLoadFailed(WebKitLoadEvent event, const char* address, GError* error);
-  gboolean OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* certificate, GTlsCertificateFlags errors);
+  gboolean OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* certificate,
+                                     GTlsCertificateFlags errors);
   void OnProcessTerminated(WebKitWebProcessTerminationReason reason);
   gboolean OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
   GtkWidget* OnCreate(WebKitNavigationAction* action);
@@ -110,15 +111,15 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<ScriptObjectHost> scriptObject_;
   SignalConnections signals_;
 
-  std::string address_;       // of the page that is shown
-  std::string title_;         // of the page that is shown, as long as the engine does not tell it
+  std::string address_;  // of the page that is shown
+  std::string title_;    // of the page that is shown, as long as the engine does not tell it
   std::string toldTitle_;
-  std::string status_;        // last text told
-  bool starting_ = false;     // the program's load was handed to the engine and has not started
-  bool loading_ = false;      // between the start and the end of a page's load
-  bool committed_ = false;    // the load that runs, or ran last, has put its page on the screen
-  bool completing_ = false;   // the load has ended, its end is told in a moment
-  bool ownPage_ = false;      // the load that runs shows a page of the program in place of the one that failed
+  std::string status_;       // last text told
+  bool starting_ = false;    // the program's load was handed to the engine and has not started
+  bool loading_ = false;     // between the start and the end of a page's load
+  bool committed_ = false;   // the load that runs, or ran last, has put its page on the screen
+  bool completing_ = false;  // the load has ended, its end is told in a moment
+  bool ownPage_ = false;     // the load that runs shows a page of the program in place of the one that failed
   bool downloading_ = false;  // DownloadBegin was told, DownloadComplete not yet
   bool shown_;                // the window of a page's script has been shown
   bool judgingArrival_ = false;

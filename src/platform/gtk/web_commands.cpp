@@ -46,7 +46,8 @@ void OnSaved(GObject* source, GAsyncResult* result, gpointer /*data*/) {
 void OnSaveAnswered(GtkNativeDialog* dialog, int response, gpointer view) {
   if (response == GTK_RESPONSE_ACCEPT) {
     GFile* file = gtk_file_chooser_get_file(GTK_FILE_CHOOSER(dialog));
-    webkit_web_view_save_to_file(WEBKIT_WEB_VIEW(view), file, WEBKIT_SAVE_MODE_MHTML, nullptr, OnSaved, nullptr);
+    webkit_web_view_save_to_file(WEBKIT_WEB_VIEW(view), file, WEBKIT_SAVE_MODE_MHTML, nullptr, OnSaved,
+                                 nullptr);
     g_object_unref(file);
   }
   g_object_unref(view);
@@ -59,8 +60,8 @@ void AskSaveAs(WebKitWebView* view) {
   for (char& c : name) {
     if (c == '/' || c == '\0') c = ' ';
   }
-  GtkFileChooserNative* dialog = gtk_file_chooser_native_new("Save the page", WindowOf(view),
-                                                             GTK_FILE_CHOOSER_ACTION_SAVE, "_Save", "_Cancel");
+  GtkFileChooserNative* dialog = gtk_file_chooser_native_new(
+      "Save the page", WindowOf(view), GTK_FILE_CHOOSER_ACTION_SAVE, "_Save", "_Cancel");
   gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), (name + ".mhtml").c_str());
   gtk_native_dialog_set_modal(GTK_NATIVE_DIALOG(dialog), TRUE);
   g_signal_connect(dialog, "response", G_CALLBACK(OnSaveAnswered), g_object_ref(view));
@@ -73,11 +74,13 @@ void ShowProperties(WebKitWebView* view) {
   GTlsCertificate* certificate = nullptr;
   GTlsCertificateFlags errors{};
   const bool secret = webkit_web_view_get_tls_info(view, &certificate, &errors) != FALSE;
-  GtkWidget* dialog = gtk_message_dialog_new(WindowOf(view), GTK_DIALOG_MODAL, GTK_MESSAGE_INFO, GTK_BUTTONS_CLOSE, "%s",
-                                             title != nullptr && *title != '\0' ? title : "Page");
-  gtk_message_dialog_format_secondary_text(
-      GTK_MESSAGE_DIALOG(dialog), "%s\n\n%s", address != nullptr ? address : "",
-      secret ? "Nobody between here and the site can read along." : "Others between here and the site could read along.");
+  GtkWidget* dialog =
+      gtk_message_dialog_new(WindowOf(view), GTK_DIALOG_MODAL, GTK_MESSAGE_INFO, GTK_BUTTONS_CLOSE, "%s",
+                             title != nullptr && *title != '\0' ? title : "Page");
+  gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(dialog), "%s\n\n%s",
+                                           address != nullptr ? address : "",
+                                           secret ? "Nobody between here and the site can read along."
+                                                  : "Others between here and the site could read along.");
   g_signal_connect(dialog, "response", G_CALLBACK(gtk_window_destroy), nullptr);
   gtk_window_present(GTK_WINDOW(dialog));
 }

@@ -5,7 +5,8 @@
 
 namespace kivandra::gtk {
 
-/// Carries out a command of ExecWB on a view; throws PlatformError for a command that the engine does not know.
+/// Carries out a command of ExecWB on a view; throws PlatformError for a command that the engine does not
+/// know.
 void ExecuteCommand(WebKitWebView* view, int command, int option);
 
 }  // namespace kivandra::gtk

@@ -28,13 +28,13 @@ class WebEngine final : public EngineFactory {
   /// What the engine says of itself to servers, and its network layer; both live as long as the engine.
   [[nodiscard]] WebSession& Session() { return session_; }
   [[nodiscard]] const WebPages& Pages() const { return pages_; }
-  /// The address that "Go home" on the engine's own pages leads to; without one, or if it gives an empty text, they
-  /// don't offer it.
+  /// The address that "Go home" on the engine's own pages leads to; without one, or if it gives an empty
+  /// text, they don't offer it.
   void SetHome(std::function<std::string()> home) { home_ = std::move(home); }
   [[nodiscard]] std::string Home() const { return home_ ? home_() : std::string(); }
 
-  /// While it stands, the first control that is made is tied to the page that asks for a new window, as the engine
-  /// demands.
+  /// While it stands, the first control that is made is tied to the page that asks for a new window, as the
+  /// engine demands.
   class WindowRequest {
    public:
     WindowRequest(WebEngine& engine, WebKitWebView* opener);
@@ -60,8 +60,8 @@ class WebEngine final : public EngineFactory {
   WindowRequest* request_ = nullptr;
 };
 
-/// Makes the surroundings safe for the engine. To be called before the toolkit and the engine start, while the process
-/// has one thread.
+/// Makes the surroundings safe for the engine. To be called before the toolkit and the engine start, while
+/// the process has one thread.
 void PrepareEngineEnvironment();
 
 /// Why the engine could not shut its pages in, as a sentence for a parent; empty if it can.

@@ -7,7 +7,8 @@ namespace kivandra::gtk {
 
 void PrepareEngineEnvironment() {
   // Each of these would open the engine or the toolkit to a debugger.
-  for (const char* name : {"WEBKIT_INSPECTOR_SERVER", "WEBKIT_INSPECTOR_HTTP_SERVER", "GTK_DEBUG", "GTK_MODULES"}) {
+  for (const char* name :
+       {"WEBKIT_INSPECTOR_SERVER", "WEBKIT_INSPECTOR_HTTP_SERVER", "GTK_DEBUG", "GTK_MODULES"}) {
     g_unsetenv(name);
   }
 #ifndef KIVANDRA_TEST_BUILD
@@ -22,16 +23,19 @@ std::string SandboxProblem() {
   const char* const command[] = {"bwrap", "--ro-bind", "/", "/", "--unshare-all", "true", nullptr};
   GError* error = nullptr;
   GSubprocess* probe = g_subprocess_newv(
-      command, static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE),
+      command,
+      static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE),
       &error);
   if (probe == nullptr) {
     g_error_free(error);
-    return "Kivandra can't find the program bwrap, which shuts web pages in. Please install the package bubblewrap.";
+    return "Kivandra can't find the program bwrap, which shuts web pages in. Please install the package "
+           "bubblewrap.";
   }
   const bool works = g_subprocess_wait_check(probe, nullptr, nullptr) != FALSE;
   g_object_unref(probe);
   if (works) return {};
-  return "This system doesn't let Kivandra shut web pages in. Please ask whoever looks after this computer to allow "
+  return "This system doesn't let Kivandra shut web pages in. Please ask whoever looks after this computer "
+         "to allow "
          "unprivileged user namespaces.";
 }
 

@@ -9,8 +9,9 @@
 namespace kivandra::gtk {
 namespace {
 
-/// Runs in every document at its start, in the program's own world. Setting the attribute replaces the handler that the
-/// page gave its body, whichever world set it; the body may come, or be replaced, until the page is complete.
+/// Runs in every document at its start, in the program's own world. Setting the attribute replaces the
+/// handler that the page gave its body, whichever world set it; the body may come, or be replaced, until the
+/// page is complete.
 constexpr char kReporterScript[] = R"js(
 (() => {
   const clearUnload = () => { if (document.body) document.body.setAttribute('onunload', '1'); };
@@ -65,8 +66,8 @@ class InnerFrame final : public PageFrame {
 }  // namespace
 
 void TopFrame::ClearUnloadHandler() {
-  webkit_web_view_evaluate_javascript(view_, "window.kivandraClearUnload()", -1, kOwnWorld, nullptr, nullptr, nullptr,
-                                      nullptr);
+  webkit_web_view_evaluate_javascript(view_, "window.kivandraClearUnload()", -1, kOwnWorld, nullptr, nullptr,
+                                      nullptr, nullptr);
 }
 
 std::shared_ptr<HtmlDocument> TopFrame::Document() {
@@ -78,9 +79,9 @@ std::shared_ptr<HtmlDocument> TopFrame::Document() {
 
 void FrameReporter::Start(Receiver* receiver) {
   receiver_ = receiver;
-  WebKitUserScript* script =
-      webkit_user_script_new_for_world(kReporterScript, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES,
-                                       WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, kOwnWorld, nullptr, nullptr);
+  WebKitUserScript* script = webkit_user_script_new_for_world(
+      kReporterScript, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START,
+      kOwnWorld, nullptr, nullptr);
   webkit_user_content_manager_add_script(manager_, script);
   webkit_user_script_unref(script);
   webkit_user_content_manager_register_script_message_handler_with_reply(manager_, kMessageName, kOwnWorld);

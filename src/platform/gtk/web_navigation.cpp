@@ -5,7 +5,8 @@
 
 namespace kivandra::gtk {
 
-HeldNavigation::HeldNavigation(std::string url, Answer answer) : url_(std::move(url)), answer_(std::move(answer)) {}
+HeldNavigation::HeldNavigation(std::string url, Answer answer)
+    : url_(std::move(url)), answer_(std::move(answer)) {}
 
 HeldNavigation::~HeldNavigation() { Settle(false); }
 

@@ -13,17 +13,19 @@
 
 namespace kivandra::gtk {
 
-/// The questions of one view. Every load passes here: those that the program begins ask before the engine is told
-/// anything, those that the engine reports are held at the engine until the judge has answered.
+/// The questions of one view. Every load passes here: those that the program begins ask before the engine is
+/// told anything, those that the engine reports are held at the engine until the judge has answered.
 ///
-/// Invariant: a question of the engine is let through without being raised only if it is the first question about the
-/// very load that was judged inside Navigate, GoBack, GoForward or Refresh, or if the document has no address.
+/// Invariant: a question of the engine is let through without being raised only if it is the first question
+/// about the very load that was judged inside Navigate, GoBack, GoForward or Refresh, or if the document has
+/// no address.
 class NavigationDesk {
  public:
   struct Judge {
     /// Raises BeforeNavigate2.
     std::function<void(std::shared_ptr<Navigation>)> raise;
-    /// Learns of the referrer that the engine will send with the question about `url`; empty once it is answered.
+    /// Learns of the referrer that the engine will send with the question about `url`; empty once it is
+    /// answered.
     std::function<void(const std::string& url, const std::string& referrer)> announceReferrer;
   };
 
@@ -31,8 +33,8 @@ class NavigationDesk {
 
   enum class LoadKind { Address, History, Reload };
 
-  /// Raises `judgedUrl` and runs `load` when it is allowed; the engine's next question about `engineUrl` belongs to
-  /// that load. An earlier load of the program that is still being judged is dropped.
+  /// Raises `judgedUrl` and runs `load` when it is allowed; the engine's next question about `engineUrl`
+  /// belongs to that load. An earlier load of the program that is still being judged is dropped.
   void AskForLoad(const std::string& judgedUrl, const std::string& engineUrl, LoadKind kind,
                   std::function<void()> load);
 

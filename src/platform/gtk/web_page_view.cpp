@@ -22,8 +22,8 @@ std::string HomeOf(const std::string& address) {
 
 WebPageView::WebPageView(WebEngine& engine, Gtk::Box& place) : WidgetControl(place), engine_(engine) {
   WebKitSettings* settings = MakeReaderSettings();
-  view_ = WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session",
-                                                         engine.Session().Get(), "settings", settings, nullptr)));
+  view_ = WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "network-session", engine.Session().Get(), "settings", settings, nullptr)));
   g_object_unref(settings);
   RefuseExtras(view_);
   g_signal_connect(view_, "decide-policy", G_CALLBACK(OnDecidePolicy), this);
@@ -72,8 +72,8 @@ gboolean WebPageView::OnDecidePolicy(WebKitWebView* /*view*/, WebKitPolicyDecisi
   return TRUE;
 }
 
-gboolean WebPageView::OnLoadFailed(WebKitWebView* /*view*/, WebKitLoadEvent /*event*/, const char* /*address*/,
-                                   GError* /*error*/, gpointer /*self*/) {
+gboolean WebPageView::OnLoadFailed(WebKitWebView* /*view*/, WebKitLoadEvent /*event*/,
+                                   const char* /*address*/, GError* /*error*/, gpointer /*self*/) {
   return TRUE;  // a missing page shows nothing
 }
 

@@ -12,8 +12,8 @@
 
 namespace kivandra::gtk {
 
-/// A view of the product's own pages. No gate stands before it, so a page can't lead away from its own host, or from
-/// its own folder if it is a file.
+/// A view of the product's own pages. No gate stands before it, so a page can't lead away from its own host,
+/// or from its own folder if it is a file.
 class WebPageView final : public PageView, public WidgetControl {
  public:
   WebPageView(WebEngine& engine, Gtk::Box& place);
@@ -23,8 +23,8 @@ class WebPageView final : public PageView, public WidgetControl {
   void Stop() override;
 
  private:
-  static gboolean OnDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
-                                 gpointer self);
+  static gboolean OnDecidePolicy(WebKitWebView* view, WebKitPolicyDecision* decision,
+                                 WebKitPolicyDecisionType type, gpointer self);
   static gboolean OnLoadFailed(WebKitWebView* view, WebKitLoadEvent event, const char* address, GError* error,
                                gpointer self);
 

@@ -57,8 +57,8 @@ std::string Escaped(std::string_view text) {
   return result;
 }
 
-/// The frame with each {{field}} replaced by what `valueOf` gives for its name; what a value holds is never taken for a
-/// field.
+/// The frame with each {{field}} replaced by what `valueOf` gives for its name; what a value holds is never
+/// taken for a field.
 template <typename ValueOf>
 std::string Expand(std::string_view frame, const ValueOf& valueOf) {
   std::string page;
@@ -88,10 +88,11 @@ WebPages::WebPages(const std::string& folder) : frame_(kPlainFrame) {
 std::string WebPages::Page(Trouble trouble, const std::string& address, const std::string& home) const {
   const Words words = WordsFor(trouble);
   std::string buttons;
-  // The page stands at the address that failed; a link to it without its fragment is a fresh try, judged like any
-  // other.
+  // The page stands at the address that failed; a link to it without its fragment is a fresh try, judged like
+  // any other.
   if (trouble != Trouble::NotShown && PageMayLoad(address)) {
-    buttons += "<a class=\"btn\" href=\"" + Escaped(address.substr(0, address.find('#'))) + "\">Try again</a>";
+    buttons +=
+        "<a class=\"btn\" href=\"" + Escaped(address.substr(0, address.find('#'))) + "\">Try again</a>";
   }
   if (!home.empty() && PageMayLoad(home)) {
     buttons += "<a class=\"btn quiet\" href=\"" + Escaped(home) + "\">Go home</a>";

@@ -5,8 +5,8 @@
 
 namespace kivandra::gtk {
 
-/// The program's own pages, shown in place of a page that could not be opened: what happened, the address, what to
-/// try. No codes, no blame.
+/// The program's own pages, shown in place of a page that could not be opened: what happened, the address,
+/// what to try. No codes, no blame.
 class WebPages {
  public:
   enum class Trouble {

@@ -14,9 +14,9 @@ namespace {
 
 constexpr char kMessageName[] = "program";
 
-/// Runs in the page's own world before any script of the page, takes hold of the message channel while that is still
-/// untouched, and makes the object. If there is none yet, it waits for the event that the program's own world sends to
-/// a page that is there already, and asks then; no page knows the event's name.
+/// Runs in the page's own world before any script of the page, takes hold of the message channel while that
+/// is still untouched, and makes the object. If there is none yet, it waits for the event that the program's
+/// own world sends to a page that is there already, and asks then; no page knows the event's name.
 constexpr char kOfferScript[] = R"js(
 ((word, wakeEvent, description) => {
   const channel = window.webkit.messageHandlers.program;
@@ -87,7 +87,9 @@ JSCValue* ToScript(JSCContext* context, const ScriptValue& value) {
     JSCValue* operator()(std::monostate) const { return jsc_value_new_undefined(context); }
     JSCValue* operator()(bool truth) const { return jsc_value_new_boolean(context, truth); }
     JSCValue* operator()(double number) const { return jsc_value_new_number(context, number); }
-    JSCValue* operator()(const std::string& text) const { return jsc_value_new_string(context, text.c_str()); }
+    JSCValue* operator()(const std::string& text) const {
+      return jsc_value_new_string(context, text.c_str());
+    }
   };
   return std::visit(Visitor{context}, value);
 }
@@ -117,7 +119,8 @@ ScriptObjectHost::~ScriptObjectHost() {
 
 void ScriptObjectHost::Start() {
   webkit_user_content_manager_register_script_message_handler_with_reply(manager_, kMessageName, nullptr);
-  signals_.Connect<&ScriptObjectHost::OnMessage>(manager_, "script-message-with-reply-received::program", this);
+  signals_.Connect<&ScriptObjectHost::OnMessage>(manager_, "script-message-with-reply-received::program",
+                                                 this);
   Inject();
 }
 
@@ -141,8 +144,8 @@ void ScriptObjectHost::Inject() {
     webkit_user_content_manager_remove_script(manager_, script_);
     webkit_user_script_unref(script_);
   }
-  const std::string source = std::string(kOfferScript) + "(" + Quoted(word_) + ", " + Quoted(wakeEvent_) + ", " +
-                             (object_ != nullptr ? Description() : "null") + ");";
+  const std::string source = std::string(kOfferScript) + "(" + Quoted(word_) + ", " + Quoted(wakeEvent_) +
+                             ", " + (object_ != nullptr ? Description() : "null") + ");";
   script_ = webkit_user_script_new(source.c_str(), WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
                                    WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
   webkit_user_content_manager_add_script(manager_, script_);

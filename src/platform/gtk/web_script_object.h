@@ -13,9 +13,9 @@ namespace kivandra::gtk {
 
 /// Offers one object of the program to the scripts of a page, in its top frame alone.
 ///
-/// The page's name for the object is a constant, frozen property of its window; its methods post messages that carry a
-/// random word, which stays inside the closure of the injected script. The engine's message channel itself can be
-/// reached from every frame, so a message without that word is refused.
+/// The page's name for the object is a constant, frozen property of its window; its methods post messages
+/// that carry a random word, which stays inside the closure of the injected script. The engine's message
+/// channel itself can be reached from every frame, so a message without that word is refused.
 class ScriptObjectHost : public std::enable_shared_from_this<ScriptObjectHost> {
  public:
   ScriptObjectHost(WebKitUserContentManager* manager, WebKitWebView* view);

@@ -67,7 +67,8 @@ void OnCookies(GObject* source, GAsyncResult* result, gpointer data) {
   question->done(std::move(text));
 }
 
-/// The end of a browser session, shared by its answers; the last of them, or the alarm, wakes the one who waits.
+/// The end of a browser session, shared by its answers; the last of them, or the alarm, wakes the one who
+/// waits.
 struct SessionEnd {
   int open = 1;
   bool givenUp = false;
@@ -81,7 +82,8 @@ void OnCookieGone(GObject* source, GAsyncResult* result, gpointer data) {
 
 void OnEveryCookie(GObject* source, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<std::shared_ptr<SessionEnd>> end(static_cast<std::shared_ptr<SessionEnd>*>(data));
-  GList* cookies = webkit_cookie_manager_get_all_cookies_finish(WEBKIT_COOKIE_MANAGER(source), result, nullptr);
+  GList* cookies =
+      webkit_cookie_manager_get_all_cookies_finish(WEBKIT_COOKIE_MANAGER(source), result, nullptr);
   for (GList* item = cookies; item != nullptr; item = item->next) {
     auto* cookie = static_cast<SoupCookie*>(item->data);
     if (soup_cookie_get_expires(cookie) != nullptr) continue;
@@ -159,10 +161,11 @@ std::function<void(const std::string&, const std::string&)> WebSession::Referrer
 
 void WebSession::InternetSetOptionA(int option) {
   if (option != INTERNET_OPTION_END_BROWSER_SESSION) return;
-  // Logins are never kept (every question for one is cancelled), so the session's cookies are all there is to drop.
+  // Logins are never kept (every question for one is cancelled), so the session's cookies are all there is to
+  // drop.
   const auto end = std::make_shared<SessionEnd>();
-  webkit_cookie_manager_get_all_cookies(webkit_network_session_get_cookie_manager(session_), nullptr, OnEveryCookie,
-                                        new std::shared_ptr<SessionEnd>(end));
+  webkit_cookie_manager_get_all_cookies(webkit_network_session_get_cookie_manager(session_), nullptr,
+                                        OnEveryCookie, new std::shared_ptr<SessionEnd>(end));
   std::shared_ptr<SessionEnd> alarmed = end;
   const guint alarm = g_timeout_add(kEndSessionMilliseconds, OnAlarm, &alarmed);
   while (end->open > 0 && !end->givenUp) g_main_context_iteration(nullptr, TRUE);

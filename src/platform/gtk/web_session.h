@@ -12,8 +12,8 @@
 
 namespace kivandra::gtk {
 
-/// The engine's one network session: cookies, cache, trust in certificates, languages; and what a fetch on the side
-/// must know of it. Nothing is ever downloaded to disk.
+/// The engine's one network session: cookies, cache, trust in certificates, languages; and what a fetch on
+/// the side must know of it. Nothing is ever downloaded to disk.
 class WebSession final : public EngineIdentity, public InternetSession {
  public:
   /// Keeps its data below $XDG_DATA_HOME/kivandra/web and its cache below $XDG_CACHE_HOME/kivandra.
@@ -32,9 +32,10 @@ class WebSession final : public EngineIdentity, public InternetSession {
 
   void InternetSetOptionA(int option) override;
 
-  /// Remembers the referrer of a question that is being judged; an empty one forgets it. The function may be called
-  /// after the session is gone.
-  [[nodiscard]] std::function<void(const std::string& url, const std::string& referrer)> ReferrerNotes() const;
+  /// Remembers the referrer of a question that is being judged; an empty one forgets it. The function may be
+  /// called after the session is gone.
+  [[nodiscard]] std::function<void(const std::string& url, const std::string& referrer)> ReferrerNotes()
+      const;
 
  private:
   using Referrers = std::map<std::string, std::string>;

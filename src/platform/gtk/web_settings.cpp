@@ -12,16 +12,11 @@ constexpr std::string_view kFeaturesOff[] = {
     "ServiceWorkers",  // a worker can show a page that the network never gave
     "SharedWorker",
     "DownloadAttribute",  // a link with it would skip the question of where it goes
-    "LinkPreload",
-    "LinkPrefetch",
-    "LinkDNSPrefetch",
-    "BackspaceKeyNavigation",
-    "FullScreen",
-    "PointerLock",
-    "Notifications",
-    "ScreenWakeLockAPI",
-    "MediaDevices",
-    "AllowTopNavigationToDataURLs",
+    "LinkPreload",       "LinkPrefetch",
+    "LinkDNSPrefetch",   "BackspaceKeyNavigation",
+    "FullScreen",        "PointerLock",
+    "Notifications",     "ScreenWakeLockAPI",
+    "MediaDevices",      "AllowTopNavigationToDataURLs",
 };
 
 void SwitchFeaturesOff(WebKitSettings* settings) {
@@ -42,7 +37,8 @@ gboolean OnScriptDialog(WebKitWebView* /*view*/, WebKitScriptDialog* dialog, gpo
     case WEBKIT_SCRIPT_DIALOG_CONFIRM:
       return FALSE;  // the engine's box inside the page, headed by the page's host
     case WEBKIT_SCRIPT_DIALOG_PROMPT:
-      return TRUE;  // a page never gets a field to ask for a password in; its script sees a cancelled question
+      return TRUE;  // a page never gets a field to ask for a password in; its script sees a cancelled
+                    // question
     case WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM:
       webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);  // a page never holds its window open
       return TRUE;
@@ -95,22 +91,22 @@ gboolean Swallow() { return TRUE; }
 
 WebKitSettings* MakeReaderSettings() {
   WebKitSettings* settings = webkit_settings_new();
-  g_object_set(settings,                                          //
-               "allow-file-access-from-file-urls", FALSE,         //
-               "allow-universal-access-from-file-urls", FALSE,    //
-               "allow-top-navigation-to-data-urls", FALSE,        //
-               "allow-modal-dialogs", FALSE,                      //
-               "enable-back-forward-navigation-gestures", FALSE,  //
-               "enable-caret-browsing", FALSE,                    //
-               "enable-developer-extras", FALSE,                  //
-               "enable-dns-prefetching", FALSE,                   //
-               "enable-fullscreen", FALSE,                        //
-               "enable-media-stream", FALSE,                      //
-               "enable-page-cache", FALSE,                        //
-               "enable-webrtc", FALSE,                            //
-               "javascript-can-access-clipboard", FALSE,          //
+  g_object_set(settings,                                            //
+               "allow-file-access-from-file-urls", FALSE,           //
+               "allow-universal-access-from-file-urls", FALSE,      //
+               "allow-top-navigation-to-data-urls", FALSE,          //
+               "allow-modal-dialogs", FALSE,                        //
+               "enable-back-forward-navigation-gestures", FALSE,    //
+               "enable-caret-browsing", FALSE,                      //
+               "enable-developer-extras", FALSE,                    //
+               "enable-dns-prefetching", FALSE,                     //
+               "enable-fullscreen", FALSE,                          //
+               "enable-media-stream", FALSE,                        //
+               "enable-page-cache", FALSE,                          //
+               "enable-webrtc", FALSE,                              //
+               "javascript-can-access-clipboard", FALSE,            //
                "javascript-can-open-windows-automatically", FALSE,  //
-               "media-playback-requires-user-gesture", TRUE,      //
+               "media-playback-requires-user-gesture", TRUE,        //
                nullptr);
   SwitchFeaturesOff(settings);
   return settings;

@@ -8,8 +8,8 @@
 
 namespace kivandra::gtk {
 
-/// Joins the engine's signals to member functions of an object that is held by a std::shared_ptr. The object stays
-/// alive while one of its functions runs, so a handler may close the window that it belongs to.
+/// Joins the engine's signals to member functions of an object that is held by a std::shared_ptr. The object
+/// stays alive while one of its functions runs, so a handler may close the window that it belongs to.
 class SignalConnections {
  public:
   SignalConnections() = default;
@@ -17,8 +17,8 @@ class SignalConnections {
   SignalConnections& operator=(const SignalConnections&) = delete;
   ~SignalConnections() { Cut(); }
 
-  /// Calls `receiver->Function(arguments...)` at every `signal`; the signal's first argument, the instance, is left
-  /// out.
+  /// Calls `receiver->Function(arguments...)` at every `signal`; the signal's first argument, the instance,
+  /// is left out.
   template <auto Function, typename T>
   void Connect(gpointer instance, const char* signal, T* receiver) {
     const gulong id =

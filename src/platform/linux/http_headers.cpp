@@ -79,7 +79,8 @@ std::string RedirectTarget(SoupMessage* message) {
   }
   const char* location = soup_message_headers_get_one(soup_message_get_response_headers(message), "Location");
   if (location == nullptr) return {};
-  const Uri target(g_uri_parse_relative(soup_message_get_uri(message), location, kUriFlags, nullptr), &g_uri_unref);
+  const Uri target(g_uri_parse_relative(soup_message_get_uri(message), location, kUriFlags, nullptr),
+                   &g_uri_unref);
   if (!target) return {};
   char* text = g_uri_to_string(target.get());
   std::string result = text;
@@ -91,7 +92,8 @@ GUri* FetchableUri(const std::string& url) {
   GUri* uri = g_uri_parse(url.c_str(), kUriFlags, nullptr);
   if (uri == nullptr) return nullptr;
   const char* host = g_uri_get_host(uri);
-  const bool fetchable = (HasScheme(uri, "http") || HasScheme(uri, "https")) && host != nullptr && *host != '\0';
+  const bool fetchable =
+      (HasScheme(uri, "http") || HasScheme(uri, "https")) && host != nullptr && *host != '\0';
   if (fetchable) return uri;
   g_uri_unref(uri);
   return nullptr;

@@ -9,7 +9,8 @@
 
 namespace kivandra::linux_impl {
 
-/// Gives the request the headers that the engine sends when it opens a page; `cookies` and `referrer` may be empty.
+/// Gives the request the headers that the engine sends when it opens a page; `cookies` and `referrer` may be
+/// empty.
 void SendAsEngine(SoupMessage* message, const EngineIdentity& identity, const std::string& cookies,
                   const std::string& referrer);
 

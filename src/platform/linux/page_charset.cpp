@@ -63,7 +63,8 @@ Charset CharsetOfLabel(std::string_view label) {
 
 std::vector<Charset> ReadingsOf(std::string_view bytes, std::string_view contentType) {
   if (const Charset marked = MarkedCharset(bytes); !marked.empty()) return {marked};
-  if (const Charset declared = CharsetOfLabel(CharsetParameter(contentType)); !declared.empty()) return {declared};
+  if (const Charset declared = CharsetOfLabel(CharsetParameter(contentType)); !declared.empty())
+    return {declared};
   const HeadCharsets head = CharsetsInHead(bytes);
   if (IsXmlType(contentType)) {
     const Charset declared = DeclaredInside(head.xmlDeclaration);

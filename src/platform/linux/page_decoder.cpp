@@ -79,7 +79,8 @@ class PageDecoder::Converter {
     do {
       error = U_ZERO_ERROR;
       char16_t* target = units.data();
-      ucnv_toUnicode(converter_, &target, units.data() + units.size(), &source, end, nullptr, last ? 1 : 0, &error);
+      ucnv_toUnicode(converter_, &target, units.data() + units.size(), &source, end, nullptr, last ? 1 : 0,
+                     &error);
       for (const char16_t* unit = units.data(); unit != target; ++unit) Append(*unit, text);
     } while (error == U_BUFFER_OVERFLOW_ERROR);
     if (last && lead_ != 0) AppendUtf8(text, kReplacementSign);

@@ -12,10 +12,10 @@ namespace kivandra::linux_impl {
 
 /// Turns a page's bytes into UTF-8 text, a piece at a time.
 ///
-/// If the engine may show the page in more than one reading, the text is all of them, one behind the other with a line
-/// break between, so that a word is found in whichever is shown. In the same way a page with zero bytes is given
-/// without them, as the engine shows them in a page, and with a replacement sign in their place, as it shows them in
-/// a plain text.
+/// If the engine may show the page in more than one reading, the text is all of them, one behind the other
+/// with a line break between, so that a word is found in whichever is shown. In the same way a page with zero
+/// bytes is given without them, as the engine shows them in a page, and with a replacement sign in their
+/// place, as it shows them in a plain text.
 class PageDecoder {
  public:
   PageDecoder(std::string bytes, const std::string& contentType);

@@ -27,7 +27,8 @@ using Object = std::unique_ptr<T, Unref<T>>;
 class SoupPageFetch::Connections {
  public:
   Connections()
-      : session_(SOUP_SESSION(g_object_new(SOUP_TYPE_SESSION, "max-conns", 128, "max-conns-per-host", 64, nullptr))) {}
+      : session_(SOUP_SESSION(
+            g_object_new(SOUP_TYPE_SESSION, "max-conns", 128, "max-conns-per-host", 64, nullptr))) {}
   [[nodiscard]] SoupSession* Get() const { return session_.get(); }
 
  private:

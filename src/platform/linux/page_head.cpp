@@ -56,7 +56,8 @@ std::string CharsetBehindName(std::string_view text) {
 
 using Attributes = std::map<std::string, std::string>;
 
-/// Reads a tag's attributes up to and with its closing bracket; `text` begins behind the tag's name and is moved on.
+/// Reads a tag's attributes up to and with its closing bracket; `text` begins behind the tag's name and is
+/// moved on.
 Attributes ReadAttributes(std::string_view& text) {
   Attributes attributes;
   while (true) {
@@ -105,15 +106,15 @@ std::string CharsetOfMeta(const Attributes& attributes) {
 }
 
 bool BelongsInHead(const std::string& tag) {
-  constexpr std::string_view kTags[] = {"html", "head",   "meta", "title",    "script", "style",
+  constexpr std::string_view kTags[] = {"html", "head",   "meta", "title",    "script",  "style",
                                         "link", "object", "base", "noscript", "template"};
   return std::find(std::begin(kTags), std::end(kTags), tag) != std::end(kTags);
 }
 
 /// Whether the tag's content is text alone up to its end tag.
 bool HoldsPlainText(const std::string& tag) {
-  return tag == "script" || tag == "style" || tag == "title" || tag == "textarea" || tag == "xmp" || tag == "iframe" ||
-         tag == "noembed" || tag == "noframes" || tag == "noscript";
+  return tag == "script" || tag == "style" || tag == "title" || tag == "textarea" || tag == "xmp" ||
+         tag == "iframe" || tag == "noembed" || tag == "noframes" || tag == "noscript";
 }
 
 std::string XmlDeclaration(std::string_view bytes) {
@@ -147,7 +148,8 @@ void SkipDeclaration(std::string_view& text) {
 
 std::string CharsetParameter(std::string_view contentType) {
   const std::size_t parameters = contentType.find(';');
-  return parameters != std::string_view::npos ? CharsetBehindName(contentType.substr(parameters)) : std::string();
+  return parameters != std::string_view::npos ? CharsetBehindName(contentType.substr(parameters))
+                                              : std::string();
 }
 
 HeadCharsets CharsetsInHead(std::string_view bytes) {

@@ -15,8 +15,8 @@ struct HeadCharsets {
   std::string meta;
 };
 
-/// Looks for them as the engine does: in the first 1024 bytes wherever they stand, and further on as long as the page's
-/// head lasts; never inside comments, scripts, styles and titles.
+/// Looks for them as the engine does: in the first 1024 bytes wherever they stand, and further on as long as
+/// the page's head lasts; never inside comments, scripts, styles and titles.
 [[nodiscard]] HeadCharsets CharsetsInHead(std::string_view bytes);
 
 }  // namespace kivandra::linux_impl
