@@ -16,8 +16,8 @@ namespace {
 constexpr long kFileNotFound = 53;
 
 Glib::RefPtr<Gtk::Builder> ReadForm(const std::string& path) {
-  // A builder of the toolkit itself: the wrapper's own makes widgets that run every class function through C++, and
-  // one of those can't choose an empty item of a combo box without crashing.
+  // A builder of the toolkit itself: the wrapper's own makes widgets that run every class function through
+  // C++, and one of those can't choose an empty item of a combo box without crashing.
   auto builder = Glib::wrap(gtk_builder_new());
   GError* error = nullptr;
   if (!gtk_builder_add_from_file(builder->gobj(), path.c_str(), &error)) {

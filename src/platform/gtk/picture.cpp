@@ -162,11 +162,11 @@ void Unmap(GtkWidget* widget) {
   GTK_WIDGET_CLASS(kv_picture_parent_class)->unmap(widget);
 }
 
-void SetProperty(GObject* object, guint id, const GValue* value, GParamSpec* spec) {
+void SetProperty(GObject* object, guint id, const GValue* value, GParamSpec* property) {
   if (id == kFile) {
     Load(AsPicture(object), g_value_get_string(value));
   } else {
-    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, property);
   }
 }
 

@@ -36,7 +36,8 @@ class SkinSheet {
   Glib::RefPtr<Gtk::CssProvider> provider_;
 };
 
-/// A sheet of the program: what windows wear that no skin was set for, or what looks the same under every skin.
+/// A sheet of the program: what windows wear that no skin was set for, or what looks the same under every
+/// skin.
 enum class ProgramSheet { DefaultDress, Fixed };
 /// Loads such a sheet for the whole display. Throws PlatformError if the file can't be read or is broken.
 void LoadProgramSheet(const std::string& path, ProgramSheet kind);

@@ -23,23 +23,23 @@ G_DEFINE_TYPE(KvTimer, kv_timer, G_TYPE_OBJECT)
 
 KvTimer* AsTimer(GObject* object) { return reinterpret_cast<KvTimer*>(object); }
 
-void SetProperty(GObject* object, guint id, const GValue* value, GParamSpec* spec) {
+void SetProperty(GObject* object, guint id, const GValue* value, GParamSpec* property) {
   if (id == kInterval) {
     AsTimer(object)->interval = g_value_get_int(value);
   } else if (id == kEnabled) {
     AsTimer(object)->enabled = g_value_get_boolean(value);
   } else {
-    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, property);
   }
 }
 
-void GetProperty(GObject* object, guint id, GValue* value, GParamSpec* spec) {
+void GetProperty(GObject* object, guint id, GValue* value, GParamSpec* property) {
   if (id == kInterval) {
     g_value_set_int(value, AsTimer(object)->interval);
   } else if (id == kEnabled) {
     g_value_set_boolean(value, AsTimer(object)->enabled);
   } else {
-    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+    G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, property);
   }
 }
 
