@@ -5,14 +5,10 @@
 #include <utility>
 
 #include "platform/gtk/web_address.h"
+#include "platform/gtk/web_text.h"
 
 namespace kivandra::gtk {
 namespace {
-
-std::string AddressOf(WebKitNavigationAction* action) {
-  const char* uri = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-  return uri != nullptr ? uri : "";
-}
 
 std::string ReferrerOf(WebKitNavigationAction* action) {
   SoupMessageHeaders* headers =
