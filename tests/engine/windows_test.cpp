@@ -366,6 +366,16 @@ TEST_F(Troubles, APagesQuestionsAreAnsweredForIt) {
             "undefinedundefinedfalse");
 }
 
+TEST_F(Troubles, ABoxOfAPageHoldsNothingUp) {
+  server.Serve("/a", {"a"});
+  server.Serve("/b", {"b"});
+  ASSERT_TRUE(window.Load(server.Url("/a")));
+  window.RunScript("alert('hello')");
+  EXPECT_EQ(window.Script("return confirm('sure?')"), "false");
+  EXPECT_TRUE(window.Load(server.Url("/b")));
+  EXPECT_EQ(window.Script("return document.body.textContent"), "b");
+}
+
 class Identity : public Test {
  protected:
   LoopbackServer server;

@@ -31,17 +31,11 @@ void SwitchFeaturesOff(WebKitSettings* settings) {
   webkit_feature_list_unref(features);
 }
 
+/// A page's boxes are answered for it, as if they had been cancelled: an open one would hold up every later
+/// page of its window, and none can pass for the program's own question or ask for a password.
 gboolean OnScriptDialog(WebKitWebView* /*view*/, WebKitScriptDialog* dialog, gpointer /*data*/) {
-  switch (webkit_script_dialog_get_dialog_type(dialog)) {
-    case WEBKIT_SCRIPT_DIALOG_ALERT:
-    case WEBKIT_SCRIPT_DIALOG_CONFIRM:
-      return FALSE;  // the engine's box inside the page, headed by the page's host
-    case WEBKIT_SCRIPT_DIALOG_PROMPT:
-      return TRUE;  // a page never gets a field to ask for a password in; its script sees a cancelled
-                    // question
-    case WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM:
-      webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);  // a page never holds its window open
-      return TRUE;
+  if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
+    webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);  // a page never holds its window open
   }
   return TRUE;
 }
