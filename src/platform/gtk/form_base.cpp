@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/form_base.h"
 
+#include <utility>
+
 #include "platform/gtk/absent_control.h"
 #include "platform/gtk/control_factory.h"
 #include "platform/gtk/form_loader.h"
@@ -53,17 +55,19 @@ bool FormBase::MayClose(UnloadMode mode) {
 }
 
 bool FormBase::Close(UnloadMode mode) {
-  if (!loaded_ || closing_) {
+  // Unload from inside the question would only ask again; a person who asks again meanwhile has a turn of his
+  // own.
+  if (!loaded_ || closing_ || (asking_ && mode == UnloadMode::Code)) {
     return true;
   }
   const auto hold = shared_from_this();
-  closing_ = true;
-  if (!MayClose(mode)) {
-    closing_ = false;
-    return false;
+  const bool outer = std::exchange(asking_, true);
+  const bool may = MayClose(mode);
+  asking_ = outer;
+  if (may) {
+    CloseAsked();
   }
-  FinishClosing();
-  return true;
+  return may;
 }
 
 void FormBase::CloseAsked() {

@@ -79,7 +79,8 @@ class FormBase : public Form, public std::enable_shared_from_this<FormBase> {
   std::string caption_;
   std::string tag_;
   bool loaded_ = true;
-  bool closing_ = false;
+  bool asking_ = false;   // its owner is being asked whether it may close
+  bool closing_ = false;  // it may, and is on its way out
   std::map<std::string, std::unique_ptr<Control>, std::less<>> controls_;
 };
 
