@@ -43,12 +43,16 @@ class Hands:
     def move(self, x, y):
         self._xdotool("mousemove", x, y)
 
+    # Like a person, never move and press in the same instant: the toolkit would still look at the old place.
+
     def click(self, x, y, button=1, times=1):
-        self._xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 40, button)
+        self.move(x, y)
+        self._xdotool("click", "--repeat", times, "--delay", 40, button)
 
     def click_with(self, key, x, y, button=1):
         """Clicks while a key is held."""
-        self._xdotool("mousemove", x, y, "keydown", key, "click", button, "keyup", key)
+        self.move(x, y)
+        self._xdotool("keydown", key, "click", button, "keyup", key)
 
     def key(self, *names):
         self._xdotool("key", "--clearmodifiers", *names)
