@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A second start beside the first, and the three seconds of closing."""
 
-import os
 import time
 import unittest
 
@@ -85,8 +84,7 @@ class Closing(LoudTest):
         self.assertTrue(again.frame().page())
 
     def test_a_killed_program_leaves_no_process_and_starts_again(self):
-        os.kill(self.desk.program.pid, 9)
-        self.desk.program.wait_end()
+        self.desk.program.crash()
         self.desk.program.wait_nothing_left()
         again = self.start(self.home)
         self.assertTrue(again.frame().page())

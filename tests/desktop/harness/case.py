@@ -129,7 +129,7 @@ class LoudTest(unittest.TestCase):
         return home
 
     def _end(self, program, desk):
-        complaints = program.complaints()
+        complaints = [] if program.killed else program.complaints()
         desk.close()
         program.kill()
         self.assertEqual([], complaints, "the program complains")
@@ -208,10 +208,11 @@ class BrowsingTest(LoudTest):
         return name, self.server.serve(f"/{name}", answers.page(pages.forbidden(name), **answer), host)
 
     def forbidden_address(self, host="127.0.0.1"):
-        """Serves a page whose address alone must be refused."""
-        name = self.name("refused")
+        """Serves a page whose address alone must be refused. The word stands inside a longer one there: a clean page
+        may name the address, since a page's text is searched for whole words."""
+        name = f"x{pages.WORD}x-{next(self.numbers)}"
         self.never_painted.append(name)
-        return name, self.server.serve(f"/{pages.WORD}/{name}", answers.page(pages.html(
+        return name, self.server.serve(f"/{name}", answers.page(pages.html(
             name, colour=pages.FORBIDDEN_COLOUR)), host)
 
     def visit(self, body="", head="", host="127.0.0.1"):

@@ -75,6 +75,7 @@ class Program:
                                              stdin=subprocess.DEVNULL, stdout=voice, stderr=voice,
                                              preexec_fn=processes.die_with_parent)
         self.pid = self._process.pid
+        self.killed = False  # what its orphans say then is no fault
 
     def voice(self):
         """All that the program has said so far."""
@@ -96,6 +97,12 @@ class Program:
         """The engine's processes that hold pages."""
         return [pid for pid in processes.descendants(self.pid) if "WebKitWebProcess" in processes.name_of(pid)]
 
+    def crash(self):
+        """Ends the program's own process at once, as a crash would; its helpers must go by themselves."""
+        self.killed = True
+        self._process.kill()
+        self._process.wait(END_SECONDS)
+
     def left_behind(self):
         """Processes of this run that live after its end."""
         return processes.marked(self._mark)
@@ -110,6 +117,7 @@ class Program:
     def kill(self):
         """Ends what is left of the run, whatever its state."""
         if self.runs():
+            self.killed = True
             self._process.send_signal(signal.SIGKILL)
             self._process.wait(END_SECONDS)
         for pid in self.left_behind():
