@@ -5,13 +5,13 @@
 
 #include "core/application.h"
 #include "hosts.h"
-#include "platform/gtk/form_loader.h"
+#include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/gtk_clipboard.h"
 #include "platform/gtk/gtk_message_boxes.h"
 #include "platform/gtk/gtk_start.h"
 #include "platform/gtk/keyboard_hook.h"
 #include "platform/gtk/main_events.h"
-#include "platform/gtk/web_engine.h"
+#include "platform/gtk/web/web_engine.h"
 #include "platform/linux/file_calls.h"
 #include "platform/linux/instance_calls.h"
 #include "platform/linux/page_fetch.h"
@@ -54,9 +54,9 @@ void Run(Machine& machine) {
   machine.system.SetUp();
   const std::string siteProblem = machine.site.Start(hosts::kSitePort);
   machine.engine.SetHome([&machine] { return HomePage(machine.registry); });
-  Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance, machine.system,
-                   machine.files, machine.sound, machine.fetch, machine.clipboard, machine.engine.Session(),
-                   machine.keyboard});
+  Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance,
+                   machine.system, machine.files, machine.sound, machine.fetch, machine.clipboard,
+                   machine.engine.Session(), machine.keyboard});
   program.Run();
   // A second start finds the port taken by the first one, and must end without a word.
   if (!siteProblem.empty() && !machine.forms.Loaded().empty()) {

@@ -35,6 +35,25 @@ class AnswerGuard {
   Navigation* navigation_;
 };
 
+void RefuseAll(std::deque<std::shared_ptr<Navigation>>& navigations) {
+  for (const auto& navigation : std::exchange(navigations, {})) {
+    navigation->Refuse();
+  }
+}
+
+/// Refuses at the end of the scope what then still waits in the list.
+class RefusedAtTheEnd {
+ public:
+  explicit RefusedAtTheEnd(std::deque<std::shared_ptr<Navigation>>& navigations)
+      : navigations_(navigations) {}
+  RefusedAtTheEnd(const RefusedAtTheEnd&) = delete;
+  RefusedAtTheEnd& operator=(const RefusedAtTheEnd&) = delete;
+  ~RefusedAtTheEnd() { RefuseAll(navigations_); }
+
+ private:
+  std::deque<std::shared_ptr<Navigation>>& navigations_;
+};
+
 }  // namespace
 
 NavigationGate::NavigationGate(GateFrame& frame, PageFetch& fetch, MessageBoxes& boxes, Sound& sound,
@@ -45,6 +64,7 @@ NavigationGate::~NavigationGate() {
   for (auto& [id, held] : held_) {
     held.navigation->Refuse();
   }
+  RefuseAll(*mailLinks_);
 }
 
 // Both are copies, so that they outlive whatever their owners do while the gate asks around.
@@ -68,11 +88,14 @@ void NavigationGate::BeforeNavigate2(std::shared_ptr<GateWindow> window,
     attempt([&] { frame_.Logo_Animate(); });
   }
 
-  if (address.verdict) {
-    Conclude(*address.verdict, *window, *navigation);
-  } else {
+  if (!address.verdict) {
     Hold(window, navigation);
     guard.HandedOn();
+  } else if (*address.verdict == GateVerdict::RefuseMail) {
+    RefuseMail(navigation);
+    guard.HandedOn();
+  } else {
+    Conclude(*address.verdict, *window, *navigation);
   }
 }
 
@@ -140,8 +163,8 @@ void NavigationGate::Conclude(GateVerdict verdict, GateWindow& window, Navigatio
       ShowAddress(window, navigation.Url());
       navigation.Allow();
       return;
-    case GateVerdict::RefuseMail:
-      RefuseMail(navigation);
+    case GateVerdict::RefuseMail:  // the address alone decides it, and its box needs more than this
+      navigation.Refuse();
       return;
     case GateVerdict::Block:
       BlockSequence(window, navigation);
@@ -149,10 +172,25 @@ void NavigationGate::Conclude(GateVerdict verdict, GateWindow& window, Navigatio
   }
 }
 
-void NavigationGate::RefuseMail(Navigation& navigation) {
-  // The box runs events, and the gate itself may end inside: nothing of it is touched afterwards.
-  attempt([&] { boxes_.MsgBox(kMailRefused, kMsgOkOnly, {}); });
-  navigation.Refuse();
+void NavigationGate::RefuseMail(const std::shared_ptr<Navigation>& navigation) {
+  // The boxes run events, and the gate itself may end inside: nothing of it is touched behind the first one.
+  const std::shared_ptr<MailLinks> links = mailLinks_;
+  MessageBoxes& boxes = boxes_;
+  links->push_back(navigation);
+  if (links->size() > 1) {
+    return;  // asked inside the box of another: the loop there comes to this one
+  }
+  const RefusedAtTheEnd rest(*links);
+  while (!links->empty()) {
+    const std::shared_ptr<Navigation> link = links->front();
+    if (link->Pending()) {
+      attempt([&] { boxes.MsgBox(kMailRefused, kMsgOkOnly, {}); });
+      link->Refuse();
+    }
+    if (!links->empty()) {
+      links->pop_front();
+    }
+  }
 }
 
 void NavigationGate::ShowAddress(GateWindow& window, const std::string& url) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -63,7 +64,8 @@ class NavigationGate {
   ~NavigationGate();
 
   /// Judges the navigation and answers it, inside the call or, if its page must be seen, later from the event
-  /// loop. Only one box can run events inside: that of a refused mail link.
+  /// loop. Events run inside only while the box of a refused mail link stands. Mail links that come meanwhile
+  /// wait for theirs, one box after the other, so that no page can pile up boxes.
   void BeforeNavigate2(std::shared_ptr<GateWindow> window, std::shared_ptr<Navigation> navigation);
 
   /// Number of navigations whose page is on its way.
@@ -77,12 +79,14 @@ class NavigationGate {
     std::unique_ptr<FetchTicket> ticket;
   };
   using HeldId = std::uint64_t;
+  /// Refused mail links in the order of asking; the box of the first one stands.
+  using MailLinks = std::deque<std::shared_ptr<Navigation>>;
 
   [[nodiscard]] AddressJudgement Judge(const std::string& url);
   void Hold(const std::shared_ptr<GateWindow>& window, const std::shared_ptr<Navigation>& navigation);
   void PageArrived(HeldId id, std::string page);
   void Conclude(GateVerdict verdict, GateWindow& window, Navigation& navigation);
-  void RefuseMail(Navigation& navigation);
+  void RefuseMail(const std::shared_ptr<Navigation>& navigation);
   void ShowAddress(GateWindow& window, const std::string& url);
   void BlockSequence(GateWindow& window, Navigation& navigation);
 
@@ -93,6 +97,7 @@ class NavigationGate {
   RegistryCalls& registry_;
   std::map<HeldId, Held> held_;
   HeldId lastId_ = 0;
+  std::shared_ptr<MailLinks> mailLinks_ = std::make_shared<MailLinks>();  // the gate may end inside a box
 };
 
 }  // namespace kivandra

@@ -10,6 +10,18 @@
 #include "support/attempt.h"
 
 namespace kivandra {
+namespace {
+
+/// Lowers BackBypass at the end of the scope, however that ends: left up, it would let every page pass.
+class BackBypassEnds {
+ public:
+  BackBypassEnds() = default;
+  ~BackBypassEnds() { BackBypass = false; }
+  BackBypassEnds(const BackBypassEnds&) = delete;
+  BackBypassEnds& operator=(const BackBypassEnds&) = delete;
+};
+
+}  // namespace
 
 void frmMain::BonusBar_ToolClick(Tool& tool) {
   struct Row {
@@ -39,11 +51,9 @@ void frmMain::BonusBar_ToolClick(Tool& tool) {
 void frmMain::ToolBack() {
   const auto child = ActiveForm();
   WebBrowser& browser = ActiveChild().brwWebBrowser();
-  if (Val(TextOf(ReadItem(services_.registry, "B_B"))) == 1) {
-    BackBypass = true;
-  }
+  const BackBypassEnds bypassEnds;
+  attempt([&] { BackBypass = Val(TextOf(ReadItem(services_.registry, "B_B"))) == 1; });
   attempt([&] { browser.GoBack(); });
-  BackBypass = false;
 }
 
 void frmMain::GoHome() {

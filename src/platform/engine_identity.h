@@ -15,7 +15,8 @@ class EngineIdentity {
   [[nodiscard]] virtual std::string UserAgent() const = 0;
   [[nodiscard]] virtual std::string Accept() const = 0;
   [[nodiscard]] virtual std::string AcceptLanguage() const = 0;
-  /// The referrer that the engine will send with a navigation to `url` that is being judged; empty if it sends none.
+  /// The referrer that the engine will send with a navigation to `url` that is being judged; empty if it
+  /// sends none.
   [[nodiscard]] virtual std::string Referrer(const std::string& url) const {
     (void)url;
     return {};

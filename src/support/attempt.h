@@ -7,9 +7,9 @@
 
 namespace kivandra {
 
-/// Carries out one step of a handler that goes on after a failing step. A platform operation that fails ends the
-/// step and nothing else; true if the step ran to its end. Other exceptions pass through: they are faults of the
-/// program, not of a step.
+/// Carries out one step of a handler that goes on after a failing step. A platform operation that fails ends
+/// the step and nothing else; true if the step ran to its end. Other exceptions pass through: they are faults
+/// of the program, not of a step.
 template <typename Step>
 bool attempt(Step&& step) {
   try {

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/gtk/web_browser_control.h"
+#include "platform/gtk/web/web_browser_control.h"
 
 namespace kivandra::testing {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "engine/loopback_server.h"
-#include "platform/gtk/web_engine.h"
+#include "platform/gtk/web/web_engine.h"
 #include "platform/web_browser.h"
 
 namespace kivandra::testing {

@@ -96,6 +96,9 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
     if (back.empty()) {
       throw PlatformError(kInvalidCall, "no page behind");
     }
+    if (onBack) {
+      onBack();
+    }
     Ask(back);
   }
   void GoForward() override {
@@ -140,11 +143,21 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   void ShowPage(const std::string& url, const std::string& title) {
     locationURL = url;
     locationName = title;
-    if (events != nullptr) events->DownloadBegin();
-    if (events != nullptr) events->TitleChange(title);
-    if (events != nullptr) events->NavigateComplete2(top, url);
-    if (events != nullptr) events->DocumentComplete(top, url);
-    if (events != nullptr) events->DownloadComplete();
+    if (events != nullptr) {
+      events->DownloadBegin();
+    }
+    if (events != nullptr) {
+      events->TitleChange(title);
+    }
+    if (events != nullptr) {
+      events->NavigateComplete2(top, url);
+    }
+    if (events != nullptr) {
+      events->DocumentComplete(top, url);
+    }
+    if (events != nullptr) {
+      events->DownloadComplete();
+    }
   }
 
   WebBrowserEvents* events = nullptr;
@@ -156,6 +169,7 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   std::string forward;
   bool busy = false;
   std::function<void(int)> onExec;
+  std::function<void()> onBack;  ///< runs inside GoBack, before the gate is asked
   FakePageFrame top;
 
  private:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,16 @@ class Journal {
  public:
   std::vector<std::string> lines;
   long calls = 0;
-  long failAt = 0;     // 0: never
-  std::string failOn;  // the call of this very line throws, each time
+  long failAt = 0;                                     // 0: never
+  std::string failOn;                                  // the call of this very line throws, each time
+  std::function<void(const std::string& line)> watch;  // sees each call before it is carried out
 
   /// Records an operation that may fail.
   void Call(const std::string& line) {
     ++calls;
+    if (watch) {
+      watch(line);
+    }
     if (calls == failAt || line == failOn) {
       lines.push_back("FAILED " + line);
       throw PlatformError(kInvalidCall, "injected fault");

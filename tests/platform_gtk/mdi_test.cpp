@@ -2,7 +2,7 @@
 // Child windows in their area.
 #include <algorithm>
 
-#include "platform/gtk/mdi_layout.h"
+#include "platform/gtk/mdi/mdi_layout.h"
 #include "platform_gtk/window_test.h"
 
 namespace kivandra::gtk {

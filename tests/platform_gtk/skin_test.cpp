@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/gtk/skin_sheet.h"
+#include "platform/gtk/controls/skin_sheet.h"
 #include "platform/skin_form.h"
 #include "platform_gtk/window_test.h"
 

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "platform/bar_control.h"
+#include "platform/gtk/controls/widget_control.h"
 #include "platform/gtk/engine_factory.h"
-#include "platform/gtk/form_loader.h"
+#include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/main_events.h"
-#include "platform/gtk/widget_control.h"
 #include "platform/mdi_client.h"
 
 namespace kivandra::gtk {

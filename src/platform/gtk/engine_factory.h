@@ -10,8 +10,8 @@
 
 namespace kivandra::gtk {
 
-/// Makes the engine's controls for the forms. The form loader finds a place-holder box of the control's name in the
-/// form file and has it filled here.
+/// Makes the engine's controls for the forms. The form loader finds a place-holder box of the control's name
+/// in the form file and has it filled here.
 class EngineFactory {
  public:
   virtual ~EngineFactory() = default;

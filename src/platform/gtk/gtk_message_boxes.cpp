@@ -5,10 +5,10 @@
 
 #include <optional>
 
-#include "platform/gtk/form_loader.h"
+#include "platform/gtk/controls/picture.h"
+#include "platform/gtk/forms/form_loader.h"
+#include "platform/gtk/forms/title_bar.h"
 #include "platform/gtk/guard.h"
-#include "platform/gtk/picture.h"
-#include "platform/gtk/title_bar.h"
 #include "platform/gtk/utf8_text.h"
 
 namespace kivandra::gtk {

@@ -4,10 +4,10 @@
 #include <gtkmm.h>
 #include <gtkmm/init.h>
 
-#include "platform/gtk/picture.h"
-#include "platform/gtk/skin_control.h"
-#include "platform/gtk/skin_sheet.h"
-#include "platform/gtk/timer_control.h"
+#include "platform/gtk/controls/picture.h"
+#include "platform/gtk/controls/skin_control.h"
+#include "platform/gtk/controls/skin_sheet.h"
+#include "platform/gtk/controls/timer_control.h"
 
 namespace kivandra::gtk {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <utility>
 
+#include "platform/gtk/controls/key_codes.h"
 #include "platform/gtk/guard.h"
-#include "platform/gtk/key_codes.h"
 
 namespace kivandra::gtk {
 

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtkmm.h>
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/gtk/web/web_engine.h"
+#include "platform/gtk/web/web_frames.h"
+#include "platform/gtk/web/web_navigation_desk.h"
+#include "platform/gtk/web/web_script_object.h"
+#include "platform/gtk/web/web_signals.h"
+#include "platform/web_browser.h"
+
+namespace kivandra::gtk {
+
+/// One view of the engine and what it tells its window. Signals hold it while their handlers run, so the
+/// control that owns it may go away inside any event; after Close it tells nothing more.
+class BrowserView final : public std::enable_shared_from_this<BrowserView>, private FrameReporter::Receiver {
+ public:
+  /// A view inside `place`. `opener` is the view whose page asked for this one, or null.
+  static std::shared_ptr<BrowserView> Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener);
+  ~BrowserView() override;
+
+  void SetEvents(WebBrowserEvents* events) { events_ = events; }
+  /// Ends every question and every event. May be called inside an event and more than once.
+  void Close();
+
+  // The operations of WebBrowser; each throws PlatformError if the view is gone.
+  void Navigate(const std::string& text);
+  void GoInHistory(int steps);
+  void Refresh();
+  void Stop();
+  void ExecWB(int command, int option);
+  void SetFocus();
+  void SetScriptObject(const std::string& name, ScriptObject* object);
+
+  [[nodiscard]] std::string Address() const { return address_; }
+  [[nodiscard]] std::string Title() const;
+  [[nodiscard]] bool Busy() const;
+  [[nodiscard]] PageFrame* Page() { return view_ != nullptr ? &page_ : nullptr; }
+  [[nodiscard]] WebKitWebView* Widget() const { return view_; }
+
+ private:
+  BrowserView(WebEngine& engine, WebKitWebView* opener);
+  void Start();
+  void PutInto(Gtk::Box& place);
+  void ComeIntoWindow();
+  void RequireView() const;
+
+  // Signals of the engine.
+  void OnLoadChanged(WebKitLoadEvent event);
+  gboolean OnLoadFailed(WebKitLoadEvent event, const char* address, GError* error);
+  gboolean OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* certificate,
+                                     GTlsCertificateFlags errors);
+  void OnProcessTerminated(WebKitWebProcessTerminationReason reason);
+  gboolean OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+  GtkWidget* OnCreate(WebKitNavigationAction* action);
+  void OnReadyToShow();
+  void OnCloseRequested();
+  void OnAddress(GParamSpec* property);
+  void OnTitle(GParamSpec* property);
+  void OnLoading(GParamSpec* property);
+  void OnProgress(GParamSpec* property);
+  void OnGeometry(GParamSpec* property);
+  void OnMouseTarget(WebKitHitTestResult* target, guint modifiers);
+  void OnHistoryChanged(WebKitBackForwardListItem* added, gpointer removed);
+  void OnDestroy();
+
+  // FrameReporter::Receiver
+  void FrameNavigated(PageFrame& frame, const std::string& url) override;
+  void FrameCompleted(PageFrame& frame, const std::string& url) override;
+
+  void Raise(const std::shared_ptr<Navigation>& navigation);
+  void BeginLoad(const std::function<void()>& load);
+  void LoadCommitted();
+  void LoadFinished();
+  void CompleteLoad();
+  /// Whether the engine's address is that of the page on the screen, and not that of a load on its way.
+  [[nodiscard]] bool StandsInPage() const;
+  void ArrivedInPage(const std::string& url);
+  void AskForArrival(const std::string& url);
+  void ReportArrival(const std::string& url);
+  void LeavePage();
+  void ShowTrouble(WebPages::Trouble trouble, const std::string& address);
+  void TellDownloadBegin();
+  void TellDownloadComplete();
+  void TellHistory();
+  void TellTitle(const std::string& title);
+  void TellGeometry();
+  [[nodiscard]] std::string EngineAddress() const;
+
+  /// Calls `tell` with the receiver, if there is one.
+  void Tell(const std::function<void(WebBrowserEvents&)>& tell) {
+    if (events_ != nullptr) tell(*events_);
+  }
+  /// Calls `act` from the event loop, unless the view is closed by then.
+  void Later(std::function<void()> act);
+
+  WebEngine& engine_;
+  WebKitUserContentManager* scripts_;
+  WebKitWebView* view_;  // null once closed
+  WebBrowserEvents* events_ = nullptr;
+  NavigationDesk desk_;
+  TopFrame page_;
+  std::shared_ptr<FrameReporter> frames_;
+  std::shared_ptr<ScriptObjectHost> scriptObject_;
+  SignalConnections signals_;
+
+  std::string address_;  // of the page that is shown
+  std::string title_;    // of the page that is shown, as long as the engine does not tell it
+  std::string toldTitle_;
+  std::string status_;       // last text told
+  bool starting_ = false;    // the program's load was handed to the engine and has not started
+  bool loading_ = false;     // between the start and the end of a page's load
+  bool committed_ = false;   // the load that runs, or ran last, has put its page on the screen
+  bool completing_ = false;  // the load has ended, its end is told in a moment
+  bool ownPage_ = false;     // the load that runs shows a page of the program in place of the one that failed
+  bool downloading_ = false;  // DownloadBegin was told, DownloadComplete not yet
+  bool shown_;                // the window of a page's script has been shown
+  bool judgingArrival_ = false;
+  std::optional<std::string> nextArrival_;  // where the page went while its last step was being judged
+  GdkRectangle geometry_{};
+  Gtk::Box* place_ = nullptr;  // where the view goes when it is ready to be shown
+  sigc::connection placeGone_;
+};
+
+}  // namespace kivandra::gtk

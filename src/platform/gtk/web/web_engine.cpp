@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/gtk/web/web_engine.h"
+
+#include "platform/gtk/web/web_browser_control.h"
+#include "platform/gtk/web/web_browser_view.h"
+#include "platform/gtk/web/web_page_view.h"
+
+namespace kivandra::gtk {
+
+WebEngine::WebEngine(const std::string& pagesFolder) : pages_(pagesFolder) {}
+
+WebEngine::~WebEngine() = default;
+
+std::unique_ptr<WebBrowser> WebEngine::MakeBrowser(Gtk::Box& place) {
+  WebKitWebView* opener = request_ != nullptr ? std::exchange(request_->opener_, nullptr) : nullptr;
+  const auto view = BrowserView::Make(*this, place, opener);
+  if (opener != nullptr) request_->made_ = view;
+  return std::make_unique<WebBrowserControl>(place, view);
+}
+
+std::unique_ptr<PageView> WebEngine::MakePageView(Gtk::Box& place) {
+  return std::make_unique<WebPageView>(*this, place);
+}
+
+WebEngine::WindowRequest::WindowRequest(WebEngine& engine, WebKitWebView* opener)
+    : engine_(engine), outer_(std::exchange(engine.request_, this)), opener_(opener) {}
+
+WebEngine::WindowRequest::~WindowRequest() { engine_.request_ = outer_; }
+
+}  // namespace kivandra::gtk
