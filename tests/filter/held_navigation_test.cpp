@@ -18,6 +18,7 @@ const std::string kB = "http://b.example/";
 const std::string kForbidden = "http://porn.example/";
 const std::string kCleanPage = "<p>Whales</p>";
 const std::string kBadPage = "<p>porn</p>";
+const std::string kMailBox = "Sorry, Mail has been dis-abled";
 
 class HeldNavigation : public testing::Test, protected GateWorld {};
 
@@ -220,7 +221,7 @@ TEST_F(HeldNavigation, OfAFrameMakesALaterBlockLookLikeAnyOther) {
 TEST_F(HeldNavigation, IsJudgedWhileTheBoxOfARefusedMailLinkStandsOpen) {
   const auto waiting = Ask(kA);
   registry.PutSetting("D_EM", "1");
-  boxes.Expect("Sorry, Mail has been dis-abled", kMsgOkOnly, "", MsgBoxResult::Ok, [&] {
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] {
     inet1.Answer(kA, kCleanPage);
     EXPECT_FALSE(Ask(kForbidden)->Allowed());
   });
@@ -233,13 +234,78 @@ TEST_F(HeldNavigation, IsJudgedWhileTheBoxOfARefusedMailLinkStandsOpen) {
 TEST_F(HeldNavigation, IsRefusedWhenTheGateEndsInsideTheBoxOfARefusedMailLink) {
   const auto waiting = Ask(kA);
   registry.PutSetting("D_EM", "1");
-  boxes.Expect("Sorry, Mail has been dis-abled", kMsgOkOnly, "", MsgBoxResult::Ok, [&] { gate.reset(); });
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] { gate.reset(); });
   const auto mail = std::make_shared<fakes::FakeNavigation>("mailto:a@b", journal);
   gate->BeforeNavigate2(window, mail);
   EXPECT_FALSE(mail->Allowed());
   EXPECT_FALSE(mail->Pending());
   EXPECT_FALSE(waiting->Pending());
   EXPECT_FALSE(waiting->Allowed());
+}
+
+TEST_F(HeldNavigation, IsRefusedByTheNextBoxIfItIsAMailLinkInsideTheBoxOfAnother) {
+  constexpr int kLinks = 500;
+  registry.PutSetting("D_EM", "1");
+  int open = 0;
+  std::vector<std::shared_ptr<fakes::FakeNavigation>> inside;
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] {
+    ++open;
+    for (int link = 1; link < kLinks; ++link) {
+      inside.push_back(Ask("mailto:a@b"));
+      EXPECT_TRUE(inside.back()->Pending()) << "it waits for its box";
+    }
+    --open;
+  });
+  for (int link = 1; link < kLinks; ++link) {
+    boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] { EXPECT_EQ(open, 0) << "boxes pile up"; });
+  }
+  const auto first = Ask("mailto:a@b");
+  EXPECT_FALSE(first->Allowed());
+  for (const auto& link : inside) {
+    EXPECT_FALSE(link->Pending());
+    EXPECT_FALSE(link->Allowed());
+  }
+  // Each box closes before its link is refused and before the next one opens.
+  const auto boxLines = journal.With("MsgBox");
+  ASSERT_EQ(boxLines.size(), std::size_t{kLinks});
+  const std::vector<std::string> end(journal.lines.end() - 4, journal.lines.end());
+  EXPECT_EQ(end,
+            (std::vector<std::string>{boxLines[0], "refuse mailto:a@b", boxLines[0], "refuse mailto:a@b"}));
+}
+
+TEST_F(HeldNavigation, GetsNoBoxIfItIsAMailLinkThatIsGivenUpBeforeItsBoxOpens) {
+  registry.PutSetting("D_EM", "1");
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] { Ask("mailto:c@d")->Drop(); });
+  Ask("mailto:a@b");
+  EXPECT_EQ(journal.With("MsgBox").size(), 1U);
+}
+
+TEST_F(HeldNavigation, IsRefusedWithoutItsBoxIfTheGateEndsInsideTheBoxOfAnotherMailLink) {
+  registry.PutSetting("D_EM", "1");
+  std::shared_ptr<fakes::FakeNavigation> inside;
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] {
+    inside = Ask("mailto:c@d");
+    gate.reset();
+  });
+  const auto first = Ask("mailto:a@b");
+  EXPECT_FALSE(first->Pending());
+  EXPECT_FALSE(first->Allowed());
+  EXPECT_FALSE(inside->Pending());
+  EXPECT_FALSE(inside->Allowed());
+}
+
+TEST_F(HeldNavigation, LeavesNoMailLinkWaitingWhenTheProgramItselfFailsInABox) {
+  registry.PutSetting("D_EM", "1");
+  std::shared_ptr<fakes::FakeNavigation> inside;
+  boxes.Expect(kMailBox, kMsgOkOnly, "", MsgBoxResult::Ok, [&] {
+    inside = Ask("mailto:c@d");
+    throw std::logic_error("a fault");
+  });
+  EXPECT_THROW(Ask("mailto:a@b"), std::logic_error);
+  EXPECT_FALSE(inside->Pending());
+  EXPECT_FALSE(inside->Allowed());
+  boxes.Expect(kMailBox);
+  EXPECT_FALSE(Ask("mailto:e@f")->Pending()) << "the next link has its box again";
 }
 
 TEST_F(HeldNavigation, OutlivesItsWindowsLastOwnerInsideTheHandler) {
