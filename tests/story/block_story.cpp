@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "core/application.h"
 #include "fakes/whole_program.h"
 #include "hosts.h"
@@ -114,6 +116,32 @@ TEST_F(BlockStory, BackGoesUnfilteredOnlyIfTheParentSaysSo) {
   world.Click("MainBar", "Back");
   EXPECT_TRUE(world.journal.Has("allow http://www.porn.org"));
   EXPECT_FALSE(BackBypass);
+}
+
+TEST_F(BlockStory, BackStaysFilteredIfTheSettingCannotBeRead) {
+  SaveItem(world.registry, "B_B", "1");
+  world.Browser().back = "http://www.porn.org";
+  world.registry.calls = 0;
+  world.registry.failAt = 1;
+  world.Click("MainBar", "Back");
+  EXPECT_TRUE(world.journal.Has("refuse http://www.porn.org"));
+}
+
+TEST_F(BlockStory, TheNextPageIsFilteredAgainHoweverGoingBackEnds) {
+  SaveItem(world.registry, "B_B", "1");
+  // No page behind.
+  world.Click("MainBar", "Back");
+  EXPECT_FALSE(BackBypass);
+  // A fault of the program itself.
+  world.Browser().back = "http://www.otters.org";
+  world.Browser().onBack = [] {
+    EXPECT_TRUE(BackBypass);
+    throw std::logic_error("a fault");
+  };
+  EXPECT_THROW(world.Click("MainBar", "Back"), std::logic_error);
+  EXPECT_FALSE(BackBypass);
+  world.Type("http://www.porn.org");
+  EXPECT_TRUE(world.journal.Has("refuse http://www.porn.org"));
 }
 
 TEST_F(BlockStory, HomeGoesToTheStoredPageAndStoresOneIfThereIsNone) {
