@@ -3,6 +3,7 @@
 // fail.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -118,6 +119,24 @@ TEST_F(GateEffects, MarkABlockAndItsAddress) {
   EXPECT_EQ(BlockedURL, kForbidden);
   EXPECT_TRUE(frame.lockEnabled);
   EXPECT_EQ(window->addressText, "");
+}
+
+TEST_F(GateEffects, MarkTheBlockedAddressBehindTheLogoAndTheBlockBehindTheEmptiedBox) {
+  // The two values as each of the frame's and the window's steps finds them.
+  Lines found;
+  journal.watch = [&](const std::string& line) {
+    if (line != "Beep" && !line.ends_with('?')) {
+      found.push_back(line + (BlockedURL.empty() ? "" : " <address>") +
+                      (SessionAllowPending ? " <block>" : ""));
+    }
+  };
+  SessionAllowPending = true;
+  Ask(kForbidden);
+  journal.watch = nullptr;
+  EXPECT_EQ(found,
+            (Lines{kEntry + " <block>", kCaptionReset, "Logo_Animate", "w.Stop", "Lock.Enabled = True",
+                   "Logo_AnimateStop", "w.cboAddress.Text = \"\" <address>",
+                   kBlockCaption + " <address> <block>", "w.cboAddress.Text = \"\" <address> <block>"}));
 }
 
 TEST_F(GateEffects, KeepTheBlockedAddressWhenALaterNavigationPassesButTakeTheLockAway) {

@@ -103,6 +103,22 @@ TEST(PageScan, CatchesEverySpellingOfABuiltInWordButNotLongerWords) {
   }
 }
 
+TEST(PageScan, SearchesForEachRowAsItStands) {
+  ResetFilterValues();
+  FillBadWords();
+  const std::string pages[] = {"a cum b", "a -shotscum b", "a -shots!blow b"};
+  const std::size_t rows[] = {61, 62, 63};
+  for (std::size_t page = 0; page < 3; ++page) {
+    EXPECT_TRUE(PageScanFinds(pages[page], BadWords)) << pages[page];
+    for (std::size_t row = 0; row < 3; ++row) {
+      const BadWordsTable alone = TableOf({BadWords[rows[row]].c_str()});
+      EXPECT_EQ(PageScanFinds(pages[page], alone), page == row) << "row " << rows[row] << ": " << pages[page];
+    }
+  }
+  // One row's end and the next one's beginning make no word.
+  EXPECT_FALSE(PageScanFinds("shotscum a-shotscum shots!blow", BadWords));
+}
+
 TEST(PageScan, FindsTheLastWordOfAHugePage) {
   const BadWordsTable table = TableOf({"sex"});
   std::string page(std::size_t{32} << 20, ' ');
