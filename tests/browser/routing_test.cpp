@@ -224,15 +224,29 @@ Way PlainWay(const std::string& text) {
   const std::string lower = LowerAscii(text);
   const auto has = [&lower](const char* part) { return lower.find(part) != std::string::npos; };
   const bool ending = has(".net") || has(".com") || has(".org");
-  if (text.empty()) return Way::Home;
-  if (has("www.")) return !ending ? Way::WordSearch : has("http://") ? Way::AsTyped : Way::HttpInFront;
-  if (has("http://")) return Way::AsTyped;
-  if (ending) return Way::HttpWwwInFront;
+  if (text.empty()) {
+    return Way::Home;
+  }
+  if (has("www.")) {
+    return !ending ? Way::WordSearch : has("http://") ? Way::AsTyped : Way::HttpInFront;
+  }
+  if (has("http://")) {
+    return Way::AsTyped;
+  }
+  if (ending) {
+    return Way::HttpWwwInFront;
+  }
   std::vector<std::string> words;
   std::istringstream stream(text);
-  for (std::string word; std::getline(stream, word, ' ');) words.push_back(word);
-  if (text.back() == ' ') words.emplace_back();
-  if (words.size() < 2) return Way::WordSearch;
+  for (std::string word; std::getline(stream, word, ' ');) {
+    words.push_back(word);
+  }
+  if (text.back() == ' ') {
+    words.emplace_back();
+  }
+  if (words.size() < 2) {
+    return Way::WordSearch;
+  }
   const auto anyOf = [&words](const std::vector<std::string>& table) {
     return std::any_of(words.begin(), words.end(), [&table](const std::string& word) {
       return std::find(table.begin(), table.end(), word) != table.end();
@@ -252,7 +266,9 @@ TEST(AddressBoxTexts, AnyMixtureOfPiecesFollowsThePlainRules) {
   std::uniform_int_distribution<int> length(0, 8);
   for (int round = 0; round < 40000; ++round) {
     std::string text;
-    for (int left = length(random); left > 0; --left) text += pieces[piece(random)];
+    for (int left = length(random); left > 0; --left) {
+      text += pieces[piece(random)];
+    }
     ASSERT_EQ(getURL(text), Address(PlainWay(text), text)) << ::testing::PrintToString(text);
   }
 }
@@ -261,7 +277,9 @@ TEST(AddressBoxTexts, AMillionBytesOfAnyKindAreRouted) {
   constexpr std::size_t kSize = 1 << 20;
   const auto repeated = [](std::string_view piece) {
     std::string text;
-    while (text.size() < kSize) text += piece;
+    while (text.size() < kSize) {
+      text += piece;
+    }
     return text;
   };
   ExpectWay(Way::WordSearch, repeated("x"));
