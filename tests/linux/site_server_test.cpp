@@ -224,6 +224,13 @@ TEST_F(SiteServerTest, APortThatAnotherProgramHasIsAReasonInWords) {
   EXPECT_THAT(Ask("/"), EndsWith("<p>home</p>"));
 }
 
+TEST_F(SiteServerTest, TakesThePortOverWhenTheOtherProgramGivesItUp) {
+  SiteServer second(folder_.Path("site"), {"kivandra.localhost"});
+  ASSERT_NE(second.Start(server_->Port()), "");
+  server_.reset();
+  EXPECT_TRUE(tests::Until([&] { return second.Port() != 0; }));
+}
+
 TEST_F(SiteServerTest, AMissingFolderIsAReasonInWords) {
   SiteServer none(folder_.Path("nothing"), {"kivandra.localhost"});
   EXPECT_NE(none.Start(0), "");

@@ -36,6 +36,7 @@ class SiteServer::Listener {
     soup_server_add_handler(server_, nullptr, &Listener::Handle, this, nullptr);
   }
   ~Listener() {
+    StopTrying();
     soup_server_disconnect(server_);
     g_object_unref(server_);
   }
@@ -43,9 +44,24 @@ class SiteServer::Listener {
   Listener& operator=(const Listener&) = delete;
 
   std::string Start(unsigned short port) {
+    StopTrying();
     if (site_.Empty()) {
       return "The folder of the shipped pages is missing or empty.";
     }
+    std::string reason = Listen(port);
+    if (!reason.empty()) {
+      wanted_ = port;
+      retry_ = g_timeout_add_seconds(kRetrySeconds, &Listener::TryAgain, this);
+    }
+    return reason;
+  }
+
+  [[nodiscard]] unsigned short Port() const { return port_; }
+
+ private:
+  static constexpr guint kRetrySeconds = 2;
+
+  std::string Listen(unsigned short port) {
     GError* error = nullptr;
     // No option: both families, on the same port.
     if (soup_server_listen_local(server_, port, SoupServerListenOptions{}, &error) == FALSE) {
@@ -60,9 +76,21 @@ class SiteServer::Listener {
     return {};
   }
 
-  [[nodiscard]] unsigned short Port() const { return port_; }
+  static gboolean TryAgain(gpointer data) {
+    auto* self = static_cast<Listener*>(data);
+    if (!self->Listen(self->wanted_).empty()) {
+      return G_SOURCE_CONTINUE;
+    }
+    self->retry_ = 0;
+    return G_SOURCE_REMOVE;
+  }
 
- private:
+  void StopTrying() {
+    if (retry_ != 0) {
+      g_source_remove(std::exchange(retry_, 0));
+    }
+  }
+
   /// A request's body means nothing here and must not fill the memory.
   static void Begin(SoupServer* /*server*/, SoupServerMessage* message, const char* /*path*/,
                     GHashTable* /*query*/, gpointer /*data*/) {
@@ -129,6 +157,8 @@ class SiteServer::Listener {
   std::vector<std::string> hosts_;
   SoupServer* server_;
   unsigned short port_ = 0;
+  unsigned short wanted_ = 0;
+  guint retry_ = 0;  // 0: it listens, or has not been started
 };
 
 SiteServer::SiteServer(const std::string& folder, std::vector<std::string> hosts)

@@ -18,8 +18,8 @@ class SiteServer {
   SiteServer(const SiteServer&) = delete;
   SiteServer& operator=(const SiteServer&) = delete;
 
-  /// Begins to listen; 0 lets the system choose the port. Empty if it listens, else the reason in words: the
-  /// port may belong to another program.
+  /// Begins to listen; 0 lets the system choose the port. Empty if it listens, else the reason in words. A
+  /// port that another program has (another user's Kivandra, most likely) is tried again every two seconds.
   [[nodiscard]] std::string Start(unsigned short port);
   /// The port, 0 before it listens.
   [[nodiscard]] unsigned short Port() const;
