@@ -9,14 +9,14 @@
 namespace kivandra {
 
 std::shared_ptr<frmBrowser> frmBrowser::Create(const BrowserServices& services) {
-  const std::shared_ptr<frmBrowser> window(new frmBrowser(services, services.forms.Load("frmBrowser")));
+  std::shared_ptr<frmBrowser> window(new frmBrowser(services, services.forms.Load("frmBrowser")));
   window->WireControls();
   window->Form_Load();
   return window;
 }
 
-frmBrowser::frmBrowser(const BrowserServices& services, std::shared_ptr<Form> form)
-    : services_(services),
+frmBrowser::frmBrowser(BrowserServices services, std::shared_ptr<Form> form)
+    : services_(std::move(services)),
       form_(std::move(form)),
       brwWebBrowser_(form_->Get<WebBrowser>("brwWebBrowser")),
       cboAddress_(form_->Get<ComboBox>("cboAddress")),

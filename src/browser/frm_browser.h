@@ -99,7 +99,7 @@ class frmBrowser : public FormEvents,
   void WindowSetHeight(long Height) override;
 
  private:
-  frmBrowser(const BrowserServices& services, std::shared_ptr<Form> form);
+  frmBrowser(BrowserServices services, std::shared_ptr<Form> form);
 
   void Form_Load();
   void WireControls();

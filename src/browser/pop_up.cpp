@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A page asks for a new window.
+#include <algorithm>
+
 #include "browser/frm_browser.h"
 #include "core/settings.h"
 #include "support/attempt.h"
@@ -10,11 +12,11 @@ namespace {
 /// Shows every window that is `handle`, from the last loaded to the first.
 void ShowFormByHandle(const Forms& forms, const Form* handle) {
   const auto loaded = forms.Loaded();
-  for (auto each = loaded.rbegin(); each != loaded.rend(); ++each) {
-    if (each->get() == handle) {
-      (*each)->SetVisible(true);
+  std::for_each(loaded.rbegin(), loaded.rend(), [handle](const auto& each) {
+    if (each.get() == handle) {
+      each->SetVisible(true);
     }
-  }
+  });
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ void frmMain::BonusBar_ToolClick(Tool& tool) {
       {"&Home", [this] { GoHome(); }},
       {"&Print", [this] { ActiveChild().brwWebBrowser().ExecWB(OLECMDID_PRINT, 1); }},
   }};
-  const std::string caption = tool.Caption();
+  const std::string& caption = tool.Caption();
   for (const Row& row : rows) {
     if (caption == row.caption) {
       attempt(row.command);

@@ -7,7 +7,6 @@ namespace kivandra {
 
 using mKeyboardHooks::KeyboardEventObject;
 using mKeyboardHooks::KeyboardEventObjects;
-using mKeyboardHooks::KeyboardHookBusy;
 using mKeyboardHooks::KeyboardHookHandle;
 using mKeyboardHooks::KeyboardHookUsers;
 
