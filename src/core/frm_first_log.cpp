@@ -3,6 +3,7 @@
 
 #include "core/program_files.h"
 #include "core/settings.h"
+#include "core/unload_with_owner.h"
 #include "platform/button.h"
 #include "platform/label.h"
 #include "platform/skin_form.h"
@@ -15,11 +16,7 @@ frmFirstLog::frmFirstLog(Forms& forms, EventLoop& events, MessageBoxes& boxes, R
                          const SystemInfo& system)
     : forms_(forms), events_(events), boxes_(boxes), registry_(registry), system_(system) {}
 
-frmFirstLog::~frmFirstLog() {
-  if (form_ && form_->Loaded()) {
-    form_->SetEvents(nullptr);
-  }
-}
+frmFirstLog::~frmFirstLog() { UnloadWithOwner(form_.get()); }
 
 void frmFirstLog::Show() {
   Form_Load();

@@ -6,6 +6,7 @@
 #include "core/core_values.h"
 #include "core/program_sound.h"
 #include "core/settings.h"
+#include "core/unload_with_owner.h"
 #include "platform/button.h"
 #include "platform/label.h"
 #include "platform/skin_form.h"
@@ -16,11 +17,7 @@ namespace kivandra {
 
 frmPassword::frmPassword(Services services) : services_(std::move(services)) {}
 
-frmPassword::~frmPassword() {
-  if (form_ && form_->Loaded()) {
-    form_->SetEvents(nullptr);
-  }
-}
+frmPassword::~frmPassword() { UnloadWithOwner(form_.get()); }
 
 void frmPassword::Show() {
   Form_Load();

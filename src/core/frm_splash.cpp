@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "core/core_values.h"
+#include "core/unload_with_owner.h"
 #include "platform/platform_error.h"
 #include "platform/timer.h"
 
@@ -44,11 +45,7 @@ bool EngineIsRecentEnough(const std::string& version) {
 frmSplash::frmSplash(Forms& forms, EventLoop& events, MessageBoxes& boxes, const SystemInfo& system)
     : forms_(forms), events_(events), boxes_(boxes), system_(system) {}
 
-frmSplash::~frmSplash() {
-  if (form_ && form_->Loaded()) {
-    form_->SetEvents(nullptr);
-  }
-}
+frmSplash::~frmSplash() { UnloadWithOwner(form_.get()); }
 
 bool frmSplash::Show() {
   if (!Form_Load()) {
@@ -61,7 +58,7 @@ bool frmSplash::Show() {
 bool frmSplash::Form_Load() {
   form_ = forms_.Load("frmSplash");
   form_->SetEvents(this);
-  Timer& splashTimer = form_->Get<Timer>("SplashTimer");
+  auto& splashTimer = form_->Get<Timer>("SplashTimer");
   splashTimer.OnTimer([&splashTimer] { splashTimer.SetEnabled(false); });
   // 1. The day of the start names the log, also past midnight.
   LogDayName = LogDayNameOf(system_.FormatToday("d/m/yyyy"));
@@ -85,7 +82,7 @@ bool frmSplash::Form_Load() {
 
 void frmSplash::WaitForSplashTimer() {
   const auto form = form_;
-  Timer& splashTimer = form->Get<Timer>("SplashTimer");
+  auto& splashTimer = form->Get<Timer>("SplashTimer");
   splashTimer.SetEnabled(true);
   while (form->Loaded() && splashTimer.Enabled()) {
     events_.WaitForEvents();

@@ -81,6 +81,53 @@ TEST_F(ApplicationTest, AClosedFirstRunWindowComesBackToTheWait) {
   EXPECT_TRUE(world.journal.Has("frame visible = True"));
 }
 
+/// A box that notes what it says.
+struct Listener : MessageBoxes {
+  MsgBoxResult MsgBox(const std::string& text, int, const std::string&) override {
+    texts.push_back(text);
+    return MsgBoxResult::Ok;
+  }
+  std::vector<std::string> texts;
+};
+
+TEST(FirstRunFaults, AStoreThatFailsBeforeThereIsAPasswordIsToldAndLeavesNoWindow) {
+  // The sweep over every call up to the password: a window left behind would keep a dead process alive, and
+  // its button would lead nowhere.
+  int failures = 0;
+  bool swept = false;
+  for (long fault = 1; !swept; ++fault) {
+    fakes::FakeWorld world;
+    FakeWindows windows(world);
+    Listener boxes;
+    Application application{{world.forms, world.loop, boxes, world.registry, world.system, windows}};
+    world.registry.failAt = fault;
+    world.loop.After(100, [&] {
+      swept = world.registry.calls < fault;
+      world.registry.failAt = 0;
+      SaveItem(world.registry, "T_PW", "s");
+    });
+    application.SetVisible(true);
+    if (!world.journal.Has("LoadFrame")) {
+      ++failures;
+      EXPECT_EQ(boxes.texts.size(), 1U) << "fault " << fault;
+      EXPECT_TRUE(world.forms.Loaded().empty()) << "fault " << fault;
+    }
+  }
+  EXPECT_GT(failures, 15);
+}
+
+TEST(FirstRunFaults, AStoreThatFailsWhileTheFirstRunWindowStandsTakesTheWindowAway) {
+  fakes::FakeWorld world;
+  FakeWindows windows(world);
+  Listener boxes;
+  Application application{{world.forms, world.loop, boxes, world.registry, world.system, windows}};
+  world.loop.After(100, [&] { world.registry.failAt = world.registry.calls + 1; });
+  application.SetVisible(true);
+  EXPECT_TRUE(world.journal.Has("Load frmFirstLog"));
+  EXPECT_EQ(boxes.texts.size(), 1U);
+  EXPECT_TRUE(world.forms.Loaded().empty());
+}
+
 TEST_F(ApplicationTest, ANormalRunAsksNothingAndShowsTheSplashForTwoAndAHalfSeconds) {
   SaveItem(world.registry, "T_PW", "s");
   application.SetVisible(true);
@@ -153,6 +200,7 @@ TEST_F(ApplicationTest, ADateWithoutSlashesEndsInTheErrorBoxAndNoFrame) {
   world.boxes.Expect(StartupError(kInvalidCall, "Invalid procedure call or argument"), kMsgExclamation);
   application.SetVisible(true);
   EXPECT_FALSE(world.journal.Has("LoadFrame"));
+  EXPECT_TRUE(world.forms.Loaded().empty()) << "a hidden splash would keep the process alive";
 }
 
 TEST_F(ApplicationTest, AnOldEngineEndsTheProgramAtOnce) {
