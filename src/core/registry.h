@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/variant.h"
@@ -80,12 +81,11 @@ class cRegistry {
                             const std::string& newVerb = {}, bool supportInstall = false,
                             const std::string& installVerb = {}, long iconIndex = kNoIcon);
   /// Adds verbs to a class that is there: `vItems` holds triples of name, text and command.
-  void CreateAdditionalEXEAssociations(std::string sClassName, const std::vector<Variant>& vItems);
+  void CreateAdditionalEXEAssociations(const std::string& sClassName, const std::vector<Variant>& vItems);
 
  private:
   void RunAssociation(const std::string& text);
   std::string ExpandEnvStr(const std::string& text);
-  Variant ReadNumber(HKEY key);
   /// The code of writing `value`; raises for a type 3 value that is not bytes.
   long Write(HKEY key, const Variant& value);
   [[nodiscard]] std::string Root() const;

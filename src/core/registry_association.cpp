@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/registry.h"
+#include "platform/platform_error.h"
 
 namespace kivandra {
 
@@ -27,7 +28,7 @@ void cRegistry::RunAssociation(const std::string& text) {
   sectionKey_ = "SOFTWARE\\Classes\\" + section;
   try {
     SetValue(text);
-  } catch (...) {
+  } catch (const PlatformError&) {
     sectionKey_ = section;
     throw;
   }
@@ -76,7 +77,8 @@ void cRegistry::CreateEXEAssociation(const std::string& programPath, const std::
   }
 }
 
-void cRegistry::CreateAdditionalEXEAssociations(std::string sClassName, const std::vector<Variant>& vItems) {
+void cRegistry::CreateAdditionalEXEAssociations(const std::string& sClassName,
+                                                const std::vector<Variant>& vItems) {
   constexpr std::size_t kTriple = 3;
   if (vItems.size() % kTriple != 0) {
     Raise(kRegistryError,
