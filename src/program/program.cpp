@@ -16,6 +16,7 @@ struct Program::Parts {
       : platform(machine),
         gate(gateFrame, platform.inet1, platform.boxes, platform.sound, platform.registry),
         application(ApplicationServices()),
+        frameApplication(ApplicationServices()),
         pageObject(application),
         password({platform.forms, platform.boxes, platform.registry, platform.sound, platform.system, grant,
                   /* the parent's panel */ {}}),
@@ -50,7 +51,7 @@ struct Program::Parts {
             platform.sound,
             platform.keyboard,
             platform.system,
-            application,
+            frameApplication,
             [this] { return frmBrowser::Create(ChildServices()); },
             /* the update check */ {},
             /* the tip of the day */ {}};
@@ -64,6 +65,7 @@ struct Program::Parts {
   SessionGrantForwarder grant;
   NavigationGate gate;
   Application application;
+  Application frameApplication;
   ApplicationScript pageObject;
   frmPassword password;
   frmMain frame;
