@@ -25,8 +25,8 @@ void frmMain::MDIForm_Load() {
   // 1.
   ShowSideBarAsStored();
   // 2. The keyboard hook hears the frame.
-  keyboard_ = std::make_unique<KeyboardEvents>(services_.keyboard);
-  keyboard_->KeyDown = [this](std::int16_t& KeyCode, std::int16_t& Shift) {
+  Keyboard = std::make_unique<KeyboardEvents>(services_.keyboard);
+  Keyboard->KeyDown = [this](std::int16_t& KeyCode, std::int16_t& Shift) {
     Keyboard_KeyDown(KeyCode, Shift);
   };
   // 3.

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The frame's closing: nothing here can stop it, and every error is passed over.
+#include <algorithm>
+
 #include "core/core_values.h"
 #include "core/program_sound.h"
 #include "frame/frm_main.h"
@@ -53,16 +55,16 @@ void frmMain::ReleaseToolsAndCloseWindows() {
   release("MainBar", "Banner");
 
   const auto windows = services_.forms.Loaded();
-  for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+  std::for_each(windows.rbegin(), windows.rend(), [this](const auto& window) {
     // The frame itself is on its way out already: it goes when this handler returns.
-    if (*window != form_) {
-      attempt([&] { (*window)->Unload(); });
+    if (window != form_) {
+      attempt([&] { window->Unload(); });
     }
-  }
+  });
 }
 
 void frmMain::Form_Unload() {
-  keyboard_.reset();
+  Keyboard.reset();
   if (form_) {
     form_->SetEvents(nullptr);
   }

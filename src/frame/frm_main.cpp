@@ -26,8 +26,8 @@ void frmMain::Load() {
   }
   form_ = services_.forms.Load("frmMain");
   form_->SetEvents(this);
-  WireControls();
   try {
+    WireControls();
     MDIForm_Load();
   } catch (const PlatformError& error) {
     services_.boxes.MsgBox(std::to_string(error.Number()) + " - " + error.what());
@@ -45,15 +45,16 @@ void frmMain::WireControls() {
     return true;
   });
   TheAddress().OnClick([this] { GoAddress(); });
-  TimerOf("StartUp").OnTimer([this] { TimerOf("StartUp").SetEnabled(false); });
-  TimerOf("CloseMe").OnTimer([this] { TimerOf("CloseMe").SetEnabled(false); });
-  TimerOf("timerTips").OnTimer([this] {
+  const auto disable = [this](const char* name) { attempt([&] { TimerOf(name).SetEnabled(false); }); };
+  TimerOf("StartUp").OnTimer([disable] { disable("StartUp"); });
+  TimerOf("CloseMe").OnTimer([disable] { disable("CloseMe"); });
+  TimerOf("timerTips").OnTimer([this, disable] {
     attempt([&] {
       if (services_.showTip) {
         services_.showTip();
       }
     });
-    TimerOf("timerTips").SetEnabled(false);
+    disable("timerTips");
   });
   // kept on purpose: Greet ticks for ever and does nothing; BannerTimer, BackForward and ShutDown have no
   // handler.

@@ -92,6 +92,8 @@ class frmMain : public FormEvents {
   void BonusBar_ToolClick(Tool& tool);
   void Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
 
+  /// The keys of the whole program, as long as the window is loaded.
+  std::unique_ptr<KeyboardEvents> Keyboard;
   /// Whether the menu entry of the side bar bears its check mark.
   bool mnuSidebarChecked = false;
 
@@ -121,7 +123,6 @@ class frmMain : public FormEvents {
   FrameServices services_;
   std::shared_ptr<Form> form_;
   std::vector<std::shared_ptr<frmBrowser>> children_;
-  std::unique_ptr<KeyboardEvents> keyboard_;
 };
 
 }  // namespace kivandra

@@ -29,9 +29,17 @@ void frmMain::mnuFileNew_Click() {
 }
 
 void frmMain::Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& /*Shift*/) {
-  if (KeyCode == kKeyF1) {
+  if (KeyCode != kKeyF1) {
+    return;
+  }
+  const auto openHelp = [this] {
+    ActiveChild().brwWebBrowser().Navigate("http://" + std::string(hosts::kProductSite) + "/help/");
+  };
+  if (!attempt(openHelp)) {
+    // There is no child window.
     attempt([&] {
-      ActiveChild().brwWebBrowser().Navigate("http://" + std::string(hosts::kProductSite) + "/help/");
+      mnuFileNew_Click();
+      openHelp();
     });
   }
 }

@@ -42,8 +42,7 @@ TEST_F(FrameStopTest, PlaysWaitsReleasesAndClosesInThisOrder) {
 }
 
 TEST_F(FrameStopTest, ClosesEveryWindowTheLastOneFirst) {
-  world.Browser().Ask("about:blank");
-  auto second = world.forms.Load("frmPassword");
+  world.forms.Load("frmPassword");
   world.Frame().Close(UnloadMode::ControlMenu);
   EXPECT_LT(world.journal.Index("frmPassword.Unload"), world.journal.Index("frmBrowser#1.Unload"));
   EXPECT_TRUE(world.forms.Loaded().empty());
