@@ -34,8 +34,7 @@ class WhileAServerHoldsItsAnswer(BrowsingTest):
             self.painted(inner)
         with self.subTest("typing shows at once"):
             box = other.box
-            self.frame.click(box)
-            wait_until(lambda: box.focused, "the box has the keyboard")
+            self.frame.click_field(box)
             self.hands.key("ctrl+a", "BackSpace")
             wait_until(lambda: box.text == "", "the box is empty")
             delays = []

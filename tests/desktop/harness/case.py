@@ -184,7 +184,7 @@ class BrowsingTest(LoudTest):
         self.assertEqual([], self.program.complaints(self._heard), "the program complains")
 
     def _close_other_pages(self):
-        for page in self.frame.pages()[1:]:
+        for page in reversed(self.frame.pages()[1:]):  # the one in front first
             page.close()
         if not self.frame.pages():
             self.frame.new_page()

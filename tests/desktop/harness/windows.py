@@ -10,7 +10,11 @@ PRODUCT = "Kivandra"
 # Names by which assistive tools, and so these tests, know the controls.
 PAGE_ADDRESS = "Page address"
 FRAME_ADDRESS = "Address"
+PAGE_WINDOWS = "Page windows"
 CLOSE_PAGE = "Close page window"
+TILE = "Tile all open browser panes"
+CASCADE = "Cascade all open browser panes"
+LONGEST_FIELD = 65534  # characters that the toolkit keeps in a text field
 ROWS_ABOVE_PAGE = 80  # pixels
 TEXT_FIELD = ("text box", "entry", "text", "search box", "editable combo box", "password text")
 
@@ -60,6 +64,14 @@ class Window:
     def click(self, node, button=1, times=1):
         self.hands.click(*self.middle(node), button, times)
 
+    def click_field(self, field):
+        """Clicks into a text field until it has the keyboard: a page that arrives takes it away again."""
+        def clicked():
+            if not field.focused:
+                self.click(field)
+            return field.focused
+        wait_until(clicked, lambda: f"the field has the keyboard in\n{self.node.outline()}")
+
     def press(self, name, seconds=10.0):
         """Presses the button of this name as soon as it can be pressed."""
         button = self.wait_for(name, seconds=seconds)
@@ -107,14 +119,15 @@ class Page:
         return box.text if box else None
 
     def go(self, address):
-        """Types an address into the box and presses Enter."""
+        """Types an address into the box and presses Enter. The window must not be covered by another."""
         box = wait_until(lambda: self.box, lambda: f"an address box in\n{self.node.outline()}")
-        self.frame.click(box)
-        wait_until(lambda: box.focused, "the address box has the keyboard")
+        self.frame.click_field(box)
         self.frame.hands.key("ctrl+a", "BackSpace")
-        wait_until(lambda: box.text == "", "the address box is empty")
-        box.write(address)
-        wait_until(lambda: box.text == address, "the address box holds the address")
+
+        def written():
+            box.write(address)  # again if a page that arrives has put its own address there
+            return box.text == address[:LONGEST_FIELD]
+        wait_until(written, lambda: f"the address box holds the address, not {box.text[:200]!r}")
         self.frame.hands.key("Return")
 
     def page_middle(self):
@@ -146,20 +159,11 @@ class Frame(Window):
 
     def pages(self):
         """Every page window, the one in front last."""
-        found = []
-
-        def walk(node, window):
-            for child in node.children():
-                if child.name == CLOSE_PAGE:
-                    found.append(Page(self, window))
-                    return
-                walk(child, child if child.role == "group" and child.name else window)
-
         try:
-            walk(self.node, None)
+            area = self.node.find(PAGE_WINDOWS)
+            return [Page(self, node) for node in area.children() if node.shown] if area else []
         except Gone:
             return []  # a window went while we looked
-        return found
 
     def page(self):
         """The page window in front."""
@@ -176,10 +180,15 @@ class Frame(Window):
         """Opens another page window: Enter in the frame's empty address box."""
         before = self.pages()
         box = self.field(FRAME_ADDRESS)
-        self.click(box)
-        wait_until(lambda: box.focused, "the frame's address box has the keyboard")
+        self.click_field(box)
         box.write("")
         wait_until(lambda: box.text == "", "the frame's address box is empty")
         self.hands.key("Return")
-        return wait_until(lambda: next((page for page in self.pages() if page not in before), None),
+        page = wait_until(lambda: next((page for page in self.pages() if page not in before), None),
                           "another page window opens")
+        wait_until(lambda: page.address, "the new window has its first page")
+        return page
+
+    def arrange(self, name):
+        """Presses the tile or the cascade button of the page window in front."""
+        self.click(self.page().button(name))
