@@ -15,7 +15,7 @@ struct SubMainServices {
   InstanceCalls& instance;
   const SystemInfo& system;
   SessionGrant& grant;
-  std::function<void()> startApplication;  ///< makes the Application object, keeps it and makes it visible
+  std::function<void()> startApplication;  ///< makes the Application visible, which is the whole of start-up
 };
 
 /// The program's entry. In the first instance it returns when the frame is up (events run inside); in a later

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "core/application_script.h"
 #include "core/frm_splash.h"
 #include "core/user_settings.h"
@@ -185,6 +187,16 @@ TEST_F(ApplicationTest, AStartLeavesStoredValuesAsTheyWere) {
   application.SetVisible(true);
   EXPECT_EQ(world.Setting("POP"), "1");
   EXPECT_EQ(world.Setting("T_PW"), "s");
+}
+
+TEST_F(ApplicationTest, AStartWritesAVariablesTextInPlaceOfTheVariable) {
+  ::setenv("KV_SKINS", "berries", 1);
+  SaveItem(world.registry, "T_PW", "s");
+  SaveItem(world.registry, "skin", "/%KV_SKINS%/a.skn");
+  EXPECT_EQ(Raw(kSettingsSection, "skin"), std::string("/%KV_SKINS%/a.skn\0", 18));
+  application.SetVisible(true);
+  EXPECT_EQ(SkinFile, "/berries/a.skn");
+  EXPECT_EQ(Raw(kSettingsSection, "skin"), std::string("/berries/a.skn\0", 15));
 }
 
 TEST_F(ApplicationTest, TheSplashNamesTheDaysLog) {

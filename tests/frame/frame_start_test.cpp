@@ -138,6 +138,13 @@ TEST_F(FrameStartTest, NoTipComesWithoutTheSetting) {
   EXPECT_FALSE(world.Frame().TimerOf("timerTips").enabled);
 }
 
+TEST_F(FrameStartTest, NoTipComesWhileOneIsOpen) {
+  SaveItem(world.registry, "T_OD", "1");
+  world.loop.After(2000, [] { TipOpen = true; });  // during the splash
+  world.StartAsUsual();
+  EXPECT_FALSE(world.Frame().TimerOf("timerTips").enabled);
+}
+
 TEST_F(FrameStartTest, IsSilentWhenSoundsAreOff) {
   SaveItem(world.registry, "Sound", "1");
   world.StartAsUsual();
