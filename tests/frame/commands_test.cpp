@@ -34,15 +34,6 @@ TEST_F(FrameCommandsTest, OtherKeysOpenNothing) {
   EXPECT_TRUE(world.journal.With("Navigate").empty());
 }
 
-TEST_F(FrameCommandsTest, GoingBackIsFilteredWhenTheSettingCannotBeRead) {
-  SaveItem(world.registry, "B_B", "1");
-  world.Browser().back = "http://www.porn.org";
-  world.registry.failAt = world.registry.calls + 1;
-  world.Click("MainBar", "Back");
-  EXPECT_TRUE(world.journal.Has("refuse http://www.porn.org"));
-  EXPECT_FALSE(BackBypass);
-}
-
 TEST_F(FrameCommandsTest, HomeSaysNothingWhenTheStoreFails) {
   world.registry.failAt = world.registry.calls + 1;
   world.Click("MainBar", "Home");
