@@ -1,16 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/linux/page_fetch.h"
-
-#include <gio/gio.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <chrono>
-#include <map>
-#include <optional>
-
-#include "fetch/raw_server.h"
+#include "fetch/fetch_test.h"
 
 namespace kivandra::testing {
 namespace {
@@ -20,71 +11,7 @@ using ::testing::Not;
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-/// An engine that has one cookie for each host that it was given, and answers from the event loop.
-class FakeIdentity : public EngineIdentity {
- public:
-  std::map<std::string, std::string> cookies;    // beginning of an address, cookies
-  std::map<std::string, std::string> referrers;  // address, referrer
-  std::vector<std::string> asked;
-
-  [[nodiscard]] std::string UserAgent() const override { return "Engine/1"; }
-  [[nodiscard]] std::string Accept() const override { return "text/html,*/*;q=0.8"; }
-  [[nodiscard]] std::string AcceptLanguage() const override { return "es-MX,es;q=0.90"; }
-  [[nodiscard]] std::string Referrer(const std::string& url) const override {
-    const auto found = referrers.find(url);
-    return found != referrers.end() ? found->second : std::string();
-  }
-  void CookieHeader(const std::string& url, std::function<void(std::string header)> done) override {
-    asked.push_back(url);
-    std::string header;
-    for (const auto& [beginning, value] : cookies) {
-      if (url.starts_with(beginning)) header = value;
-    }
-    g_idle_add_full(
-        G_PRIORITY_DEFAULT,
-        [](gpointer data) -> gboolean {
-          (*static_cast<std::function<void()>*>(data))();
-          return G_SOURCE_REMOVE;
-        },
-        new std::function<void()>([done, header] { done(header); }),
-        [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
-  }
-};
-
-class PageFetching : public ::testing::Test {
- protected:
-  FakeIdentity identity;
-
-  /// Runs the event loop until `done` holds or the time is over.
-  static bool RunUntil(const std::function<bool()>& done, milliseconds patience = milliseconds(20000)) {
-    bool late = false;
-    const guint alarm = g_timeout_add(
-        static_cast<guint>(patience.count()),
-        [](gpointer flag) -> gboolean {
-          *static_cast<bool*>(flag) = true;
-          return G_SOURCE_CONTINUE;
-        },
-        &late);
-    while (!done() && !late) g_main_context_iteration(nullptr, TRUE);
-    g_source_remove(alarm);
-    return done();
-  }
-
-  std::optional<std::string> Fetch(const std::string& url, linux_impl::FetchLimits limits = {}) {
-    linux_impl::SoupPageFetch fetch(identity, limits);
-    std::optional<std::string> source;
-    bool inside = true;
-    const auto ticket = fetch.FetchPage(url, [&](std::string text) {
-      EXPECT_FALSE(inside);
-      EXPECT_FALSE(source.has_value()) << "answered twice";
-      source = std::move(text);
-    });
-    inside = false;
-    RunUntil([&] { return source.has_value(); });
-    return source;
-  }
-};
+using namespace std::string_literals;
 
 std::string Gzip(const std::string& bytes) {
   GZlibCompressor* compressor = g_zlib_compressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP, 9);
@@ -100,10 +27,6 @@ std::string Gzip(const std::string& bytes) {
   g_object_unref(memory);
   g_object_unref(compressor);
   return result;
-}
-
-RawServer::Handler Always(const std::string& answer) {
-  return [answer](Connection& connection, const std::string&) { connection.Send(answer); };
 }
 
 TEST_F(PageFetching, GivesTheSourceOfAPage) {
@@ -265,6 +188,16 @@ TEST_F(PageFetching, UnpacksWhatTheServerPacked) {
   EXPECT_EQ(Fetch(plain.Url("/")), "no gzip at all");
 }
 
+TEST_F(PageFetching, UnpacksBrotliToo) {
+  const std::string packed =
+      "\x1B\x27\x00\xF8\x05\x1C\x72\x40\xFC\xBD\x28\xA9\x66\x21\xA6\x1E\x48\x89\xE3\x9A\x7B\x48"s;
+  RawServer server(Always(HttpAnswer(packed, "text/html", "200 OK", "Content-Encoding: br\r\n")));
+  EXPECT_EQ(Fetch(server.Url("/")), "packed words, packed words, packed words");
+  RawServer broken(
+      Always(HttpAnswer(packed.substr(0, 12), "text/html", "200 OK", "Content-Encoding: br\r\n")));
+  EXPECT_EQ(Fetch(broken.Url("/")), "");
+}
+
 TEST_F(PageFetching, APageOfTheLargestSizeIsRead) {
   linux_impl::FetchLimits limits;
   limits.bytes = 100000;
@@ -384,15 +317,6 @@ TEST_F(PageFetching, AHugePageIsTakenInSmallPiecesSoThatTheLoopStaysFree) {
     turns += g_main_context_iteration(nullptr, TRUE) != FALSE ? 1 : 0;
   }
   EXPECT_GE(turns, kPage / kPiece);
-}
-
-TEST_F(PageFetching, APageWithABadCertificateIsEmpty) {
-  RawServer server([](Connection& connection, const std::string&) { connection.WaitForEnd(); });
-  std::string url = server.Url("/");
-  url.replace(0, 4, "https");
-  linux_impl::FetchLimits limits;
-  limits.time = milliseconds(500);
-  EXPECT_EQ(Fetch(url, limits), "");
 }
 
 }  // namespace

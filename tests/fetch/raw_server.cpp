@@ -10,17 +10,26 @@
 
 namespace kivandra::testing {
 
+bool Connection::ReadByte(char& byte) {
+  if (secure_ == nullptr) return recv(socket_, &byte, 1, 0) == 1;
+  return g_input_stream_read(g_io_stream_get_input_stream(secure_), &byte, 1, nullptr, nullptr) == 1;
+}
+
 std::string Connection::ReadRequest() {
   std::string request;
   char byte = 0;
   while (!request.ends_with("\r\n\r\n")) {
-    if (recv(socket_, &byte, 1, 0) != 1) return {};
+    if (!ReadByte(byte)) return {};
     request += byte;
   }
   return request;
 }
 
 bool Connection::Send(const std::string& bytes) {
+  if (secure_ != nullptr) {
+    return g_output_stream_write_all(g_io_stream_get_output_stream(secure_), bytes.data(), bytes.size(),
+                                     nullptr, nullptr, nullptr) != FALSE;
+  }
   std::size_t sent = 0;
   while (sent < bytes.size()) {
     const ssize_t count = send(socket_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
@@ -37,12 +46,16 @@ void Connection::Reset() {
 
 void Connection::WaitForEnd() {
   char byte = 0;
-  while (recv(socket_, &byte, 1, 0) == 1) {
+  while (ReadByte(byte)) {
   }
 }
 
-RawServer::RawServer(Handler handler)
+RawServer::RawServer(Handler handler, const std::string& certificate)
     : handler_(std::move(handler)), listener_(socket(AF_INET, SOCK_STREAM, 0)) {
+  if (!certificate.empty()) {
+    certificate_ = g_tls_certificate_new_from_file(certificate.c_str(), nullptr);
+    if (certificate_ == nullptr) throw std::runtime_error("no certificate in " + certificate);
+  }
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -68,6 +81,7 @@ RawServer::~RawServer() {
     if (socket >= 0) close(socket);
   }
   close(listener_);
+  g_clear_object(&certificate_);
 }
 
 void RawServer::Serve() {
@@ -80,16 +94,9 @@ void RawServer::Serve() {
       index = sockets_.size();
       sockets_.push_back(socket);
     }
+    ++callers_;
     connections_.emplace_back([this, socket, index] {
-      Connection connection(socket);
-      const std::string request = connection.ReadRequest();
-      if (!request.empty()) {
-        {
-          const std::lock_guard lock(mutex_);
-          requests_.push_back(request);
-        }
-        handler_(connection, request);
-      }
+      Talk(socket);
       const std::lock_guard lock(mutex_);
       close(socket);
       sockets_[index] = -1;
@@ -97,8 +104,31 @@ void RawServer::Serve() {
   }
 }
 
+void RawServer::Talk(int socket) {
+  GIOStream* secure = nullptr;
+  if (certificate_ != nullptr) {
+    GSocket* plain = g_socket_new_from_fd(dup(socket), nullptr);
+    GSocketConnection* stream = g_socket_connection_factory_create_connection(plain);
+    secure = g_tls_server_connection_new(G_IO_STREAM(stream), certificate_, nullptr);
+    g_object_unref(stream);
+    g_object_unref(plain);
+  }
+  Connection connection(socket, secure);
+  const std::string request = connection.ReadRequest();
+  if (!request.empty()) {
+    {
+      const std::lock_guard lock(mutex_);
+      requests_.push_back(request);
+    }
+    handler_(connection, request);
+  }
+  if (secure == nullptr) return;
+  g_io_stream_close(secure, nullptr, nullptr);
+  g_object_unref(secure);
+}
+
 std::string RawServer::Url(const std::string& path, const std::string& host) const {
-  return "http://" + host + ":" + std::to_string(port_) + path;
+  return (certificate_ != nullptr ? "https://" : "http://") + host + ":" + std::to_string(port_) + path;
 }
 
 std::vector<std::string> RawServer::Requests() const {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <gio/gio.h>
+
 #include <atomic>
 #include <functional>
 #include <mutex>
@@ -13,7 +15,8 @@ namespace kivandra::testing {
 /// One connection of RawServer, in its own thread.
 class Connection {
  public:
-  explicit Connection(int socket) : socket_(socket) {}
+  /// `secure` is the secret channel over the socket, or null.
+  Connection(int socket, GIOStream* secure) : socket_(socket), secure_(secure) {}
 
   /// The request up to its empty line; empty if the other side has gone.
   std::string ReadRequest();
@@ -25,7 +28,10 @@ class Connection {
   void WaitForEnd();
 
  private:
+  bool ReadByte(char& byte);
+
   int socket_;
+  GIOStream* secure_;
 };
 
 /// A server on a free loopback port that answers each request by hand, so that it can misbehave in every way.
@@ -33,7 +39,8 @@ class RawServer {
  public:
   using Handler = std::function<void(Connection& connection, const std::string& request)>;
 
-  explicit RawServer(Handler handler);
+  /// With `certificate`, a file that holds one and its key, it speaks https.
+  explicit RawServer(Handler handler, const std::string& certificate = "");
   ~RawServer();
   RawServer(const RawServer&) = delete;
   RawServer& operator=(const RawServer&) = delete;
@@ -41,11 +48,16 @@ class RawServer {
   [[nodiscard]] std::string Url(const std::string& path, const std::string& host = "127.0.0.1") const;
   /// Every request so far.
   [[nodiscard]] std::vector<std::string> Requests() const;
+  /// How many connections came, whether they asked for anything or not.
+  [[nodiscard]] int Callers() const { return callers_; }
 
  private:
   void Serve();
+  void Talk(int socket);
 
   Handler handler_;
+  GTlsCertificate* certificate_ = nullptr;
+  std::atomic<int> callers_ = 0;
   int listener_ = -1;
   int port_ = 0;
   std::atomic<bool> stopping_ = false;
