@@ -29,17 +29,9 @@ void frmMain::mnuFileNew_Click() {
 }
 
 void frmMain::Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& /*Shift*/) {
-  if (KeyCode != kKeyF1) {
-    return;
-  }
-  const auto openHelp = [this] {
-    ActiveChild().brwWebBrowser().Navigate("http://" + std::string(hosts::kProductSite) + "/help/");
-  };
-  if (!attempt(openHelp)) {
-    // There is no child window.
+  if (KeyCode == kKeyF1) {
     attempt([&] {
-      mnuFileNew_Click();
-      openHelp();
+      ActiveChild().brwWebBrowser().Navigate("http://" + std::string(hosts::kProductSite) + "/help/");
     });
   }
 }

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Windows: loading, closing, waiting.
+#include <utility>
+
 #include "platform/button.h"
 #include "platform/combo_box.h"
 #include "platform/gtk/gtk_message_boxes.h"
 #include "platform/label.h"
+#include "platform/page_view.h"
 #include "platform/status_bar.h"
 #include "platform/text_box.h"
 #include "platform/timer.h"
@@ -252,6 +255,38 @@ TEST_F(BoxTest, BearsTheProgramsNameIfItHasNone) {
   });
   boxes.MsgBox("Text", kMsgOkOnly, "");
   EXPECT_EQ(title, "Kivandra");
+}
+
+TEST_F(FormTest, ASecondCloseRequestHasATurnOfItsOwnInsideTheFirst) {
+  const auto form = forms.Load("frmPassword");
+  Teller teller("form", journal);
+  form->SetEvents(&teller);
+  form->SetVisible(true);
+  bool again = false;
+  teller.whenAsked = [&] {
+    if (std::exchange(again, true)) {
+      return;
+    }
+    for (Gtk::Window* window : Gtk::Window::list_toplevels()) {
+      if (window->get_visible()) {
+        window->close();
+        break;
+      }
+    }
+    Settle();
+    EXPECT_FALSE(form->Loaded());
+  };
+  ASSERT_TRUE(Until([&] { return journal == Journal{"form activated"}; }));
+  EXPECT_TRUE(form->Unload());
+  EXPECT_EQ(journal, (Journal{"form activated", "form asked 1", "form asked 0", "form unloaded"}));
+}
+
+TEST_F(FormTest, APictureThatIsMissingIsNoError) {
+  const auto frame = LoadFrame();
+  PageView& logo = frame->Get<PageView>("WebBrowser2");
+  EXPECT_NO_THROW(logo.Navigate(kAssets + "/no-such-picture.gif"));
+  EXPECT_NO_THROW(logo.Stop());
+  EXPECT_NO_THROW(logo.Navigate(kAssets + "/smilestop.jpg"));
 }
 
 }  // namespace

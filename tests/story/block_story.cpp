@@ -189,12 +189,6 @@ TEST_F(BlockStory, TheFramesEmptyAddressBoxOpensANewWindowAtTheProductsHome) {
       world.journal.Has("frmBrowser#2.brwWebBrowser.Navigate \"" + std::string(hosts::kProductHome) + "\""));
 }
 
-TEST_F(BlockStory, F1OpensTheHelpInTheActiveChild) {
-  world.keyboard.Press(kKeyF1);
-  EXPECT_TRUE(world.journal.Has("frmBrowser#1.brwWebBrowser.Navigate \"http://" +
-                                std::string(hosts::kProductSite) + "/help/\""));
-}
-
 TEST_F(BlockStory, AChildsSmallButtonsTileAndCascadeAllWindows) {
   world.Child().ButtonOf("btnGo").Click();
   EXPECT_TRUE(world.journal.Has("frmMain.MDIClient.SendMessageA 550, 1, 1"));
