@@ -8,7 +8,6 @@ from harness import answers, pages, processes
 from harness.case import BrowsingTest
 from harness.pages import WORD
 from harness.waiting import wait_until
-from harness.windows import TILE
 
 CAP_SECONDS = 30    # the side fetch gives up after so long
 MEMORY_ALLOWED = 220  # megabytes above the level before: the capped source, decoded, and the scan of it
@@ -28,7 +27,7 @@ class BadServers(BrowsingTest):
         self.visit()
         opened = [self.page] + [self.frame.new_page() for _ in urls[1:]]
         other = self.frame.new_page()
-        self.frame.arrange(TILE)
+        self.frame.tile()
         began = time.monotonic()
         for page, url in zip(opened, urls):
             page.go(url)

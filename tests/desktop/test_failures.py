@@ -10,7 +10,6 @@ import unittest
 from harness import answers, pages, processes
 from harness.case import BrowsingTest
 from harness.waiting import stays_true, wait_until
-from harness.windows import TILE
 
 QUIET_SECONDS = 0.7
 
@@ -109,7 +108,7 @@ class ManyAtOnce(BrowsingTest):
         """Navigations in several windows, clean and forbidden ones mixed, while windows close in the middle."""
         chance = random.Random(20261121)
         opened = [self.page] + [self.frame.new_page() for _ in range(4)]
-        self.frame.arrange(TILE)
+        self.frame.tile()
         shown, refused = [], []
         for _ in range(60):
             page = chance.choice(opened)
@@ -125,7 +124,7 @@ class ManyAtOnce(BrowsingTest):
             page.go(url)
             if len(opened) < 6 and chance.random() < 0.1:
                 opened.append(self.frame.new_page())
-                self.frame.arrange(TILE)
+                self.frame.tile()
             elif len(opened) > 3 and chance.random() < 0.1:
                 opened.pop(chance.randrange(1, len(opened))).close()
         name, url = self.clean()

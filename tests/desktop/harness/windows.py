@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The program's windows in a person's words: the frame, the page windows in it, the boxes above it."""
 
+import itertools
+
 from .accessibility import Gone
 from .waiting import wait_until
 
@@ -15,6 +17,8 @@ CLOSE_PAGE = "Close page window"
 TILE = "Tile all open browser panes"
 CASCADE = "Cascade all open browser panes"
 LONGEST_FIELD = 65534  # characters that the toolkit keeps in a text field
+RIM = 6  # pixels
+CASCADE_STEP = (32, 36)
 ROWS_ABOVE_PAGE = 80  # pixels
 TEXT_FIELD = ("text box", "entry", "text", "search box", "editable combo box", "password text")
 
@@ -46,7 +50,10 @@ class Window:
     def field(self, name):
         """The text field of this name, also when it stands inside a combo box of this name."""
         def look():
-            for node in self.node.find_all(name):
+            for node in self.node.walk():
+                # A field with a label beside it bears its name twice.
+                if node.name not in (name, f"{name} {name}"):
+                    continue
                 if node.role in TEXT_FIELD:
                     return node
                 inner = next((each for each in node.walk() if each.role in TEXT_FIELD), None)
@@ -147,7 +154,9 @@ class Page:
         return self.node.find(name)
 
     def extents(self):
-        return self.node.extents()
+        """Left, top, width and height of the visible box; the handles of its edges lie outside."""
+        left, top, width, height = self.node.extents()
+        return left + RIM, top + RIM, width - 2 * RIM, height - 2 * RIM
 
     def close(self):
         self.frame.click(self.node.find(CLOSE_PAGE))
@@ -186,9 +195,30 @@ class Frame(Window):
         self.hands.key("Return")
         page = wait_until(lambda: next((page for page in self.pages() if page not in before), None),
                           "another page window opens")
-        wait_until(lambda: page.address, "the new window has its first page")
+        wait_until(lambda: page.address and page.caption and page.extents()[2] > 0 and self.page() == page,
+                   "the new window is in front and has its first page")
         return page
 
-    def arrange(self, name):
-        """Presses the tile or the cascade button of the page window in front."""
+    def tile(self):
+        """Lays the page windows side by side."""
+        self._arrange(TILE, lambda places: not any(_overlap(one, other) for one, other in pairs(places)))
+
+    def cascade(self):
+        """Lays the page windows one over the other, each a step further to the right and down."""
+        self._arrange(CASCADE, lambda places: all(
+            (lower[0] - upper[0], lower[1] - upper[1]) == CASCADE_STEP and lower[2:] == upper[2:]
+            for upper, lower in zip(places, places[1:])))
+
+    def _arrange(self, name, done):
         self.click(self.page().button(name))
+        wait_until(lambda: done([page.extents() for page in self.pages()]),
+                   lambda: f"{name}: {[page.extents() for page in self.pages()]}")
+
+
+def pairs(things):
+    return itertools.combinations(things, 2)
+
+
+def _overlap(one, other):
+    return (one[0] < other[0] + other[2] and other[0] < one[0] + one[2]
+            and one[1] < other[1] + other[3] and other[1] < one[1] + one[3])
