@@ -128,12 +128,12 @@ class Page:
     def go(self, address):
         """Types an address into the box and presses Enter. The window must not be covered by another."""
         box = wait_until(lambda: self.box, lambda: f"an address box in\n{self.node.outline()}")
-        self.frame.click_field(box)
-        self.frame.hands.key("ctrl+a", "BackSpace")
 
         def written():
-            box.write(address)  # again if a page that arrives has put its own address there
-            return box.text == address[:LONGEST_FIELD]
+            # Again if a page that arrives has put its own address there and taken the keyboard.
+            self.frame.click_field(box)
+            box.write(address)
+            return box.text == address[:LONGEST_FIELD] and box.focused
         wait_until(written, lambda: f"the address box holds the address, not {box.text[:200]!r}")
         self.frame.hands.key("Return")
 
