@@ -15,6 +15,18 @@ namespace {
 
 constexpr long kFileNotFound = 53;
 
+/// A button with an access key is told by its label; without this a screen reader would say its caption
+/// twice, once with the underscore.
+void NameButtonsOnce(GtkBuilder* builder) {
+  GSList* objects = gtk_builder_get_objects(builder);
+  for (GSList* each = objects; each != nullptr; each = each->next) {
+    if (GTK_IS_BUTTON(each->data) && gtk_button_get_use_underline(GTK_BUTTON(each->data)) != FALSE) {
+      gtk_accessible_reset_property(GTK_ACCESSIBLE(each->data), GTK_ACCESSIBLE_PROPERTY_LABEL);
+    }
+  }
+  g_slist_free(objects);
+}
+
 Glib::RefPtr<Gtk::Builder> ReadForm(const std::string& path) {
   // A builder of the toolkit itself: the wrapper's own makes widgets that run every class function through
   // C++, and one of those can't choose an empty item of a combo box without crashing.
@@ -46,6 +58,7 @@ FormLoader::~FormLoader() {
 
 std::shared_ptr<Form> FormLoader::Load(const std::string& name) {
   const auto builder = ReadForm(assets_ + "/forms/" + name + ".ui");
+  NameButtonsOnce(builder->gobj());
   GObject* root = gtk_builder_get_object(builder->gobj(), name.c_str());
   if (root == nullptr) {
     throw PlatformError(kFileNotFound, "the form file of " + name + " has no object of that name");
