@@ -121,6 +121,8 @@ class Box {
 
   void AddButton(Gtk::Box& row, const char* caption, MsgBoxResult answer, bool isDefault) {
     auto* button = Gtk::make_managed<Gtk::Button>(caption, true);
+    // Its label names it; the property would say the caption once more, with the underscore.
+    gtk_accessible_reset_property(GTK_ACCESSIBLE(button->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL);
     button->add_css_class("kv-btn");
     button->set_size_request(kButtonWidth, -1);
     button->signal_clicked().connect([this, answer] { Answer(answer); });
