@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/gtk/gtk_start.h"
 #include "platform/gtk/web/web_browser_control.h"
 
 namespace kivandra::testing {
@@ -42,7 +43,7 @@ void OnScriptDone(GObject* source, GAsyncResult* result, gpointer data) {
 }  // namespace
 
 gtk::WebEngine& Engine() {
-  if (!EngineSlot()) EngineSlot() = std::make_unique<gtk::WebEngine>(KIVANDRA_PAGES_FOLDER);
+  if (!EngineSlot()) EngineSlot() = std::make_unique<gtk::WebEngine>(KIVANDRA_ASSETS "/pages");
   return *EngineSlot();
 }
 
@@ -122,6 +123,11 @@ void TestWindow::RunScript(const std::string& source) {
                                       nullptr);
 }
 
+void TestWindow::WaitForScripts() {
+  (void)Script("return new Promise((done) => setTimeout(() => setTimeout(done, 0), 0))");
+  (void)Script("return 1");
+}
+
 void TestWindow::BeforeNavigate2(std::shared_ptr<Navigation> navigation) {
   journal.push_back("BeforeNavigate2 " + navigation->Url());
   judge(std::move(navigation));
@@ -156,8 +162,7 @@ void TestWindow::OnQuit() {
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   kivandra::gtk::PrepareEngineEnvironment();
-  gtk_init();
-  Gtk::init_gtkmm_internals();
+  if (!kivandra::gtk::StartToolkit(KIVANDRA_ASSETS)) return 1;
   const int result = RUN_ALL_TESTS();
   kivandra::testing::EngineSlot().reset();
   return result;

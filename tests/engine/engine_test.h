@@ -61,6 +61,8 @@ class TestWindow : public WebBrowserEvents {
   /// What a script in the page's own world gives, as text.
   std::string Script(const std::string& source);
   void RunScript(const std::string& source);
+  /// Waits until whatever a script began has reached the program: two turns through the page's process.
+  void WaitForScripts();
 
   void BeforeNavigate2(std::shared_ptr<Navigation> navigation) override;
   void NavigateComplete2(PageFrame& pDisp, const std::string& URL) override;

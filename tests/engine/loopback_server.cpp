@@ -17,9 +17,18 @@ void NoteHeader(const char* name, const char* value, gpointer headers) {
 
 }  // namespace
 
-LoopbackServer::LoopbackServer() : server_(soup_server_new(nullptr, nullptr)) {
+LoopbackServer::LoopbackServer(const std::string& certificate)
+    : server_(soup_server_new(nullptr, nullptr)), scheme_(certificate.empty() ? "http" : "https") {
   soup_server_add_handler(server_, nullptr, OnRequest, this, nullptr);
-  if (!soup_server_listen_local(server_, 0, SOUP_SERVER_LISTEN_IPV4_ONLY, nullptr)) {
+  int options = SOUP_SERVER_LISTEN_IPV4_ONLY;
+  if (!certificate.empty()) {
+    GTlsCertificate* own = g_tls_certificate_new_from_file(certificate.c_str(), nullptr);
+    if (own == nullptr) throw std::runtime_error("no certificate in " + certificate);
+    soup_server_set_tls_certificate(server_, own);
+    g_object_unref(own);
+    options |= SOUP_SERVER_LISTEN_HTTPS;
+  }
+  if (!soup_server_listen_local(server_, 0, static_cast<SoupServerListenOptions>(options), nullptr)) {
     throw std::runtime_error("no loopback port");
   }
   GSList* uris = soup_server_get_uris(server_);
@@ -33,7 +42,7 @@ LoopbackServer::~LoopbackServer() {
 }
 
 std::string LoopbackServer::Url(const std::string& path, const std::string& host) const {
-  return "http://" + host + ":" + std::to_string(port_) + path;
+  return scheme_ + ("://" + host) + ":" + std::to_string(port_) + path;
 }
 
 int LoopbackServer::Count(const std::string& path) const {
@@ -59,6 +68,10 @@ void LoopbackServer::OnRequest(SoupServer* /*server*/, SoupServerMessage* messag
                                &request.headers);
   self->requests_.push_back(request);
 
+  if (self->hanging_.count(path) != 0) {
+    soup_server_message_pause(message);
+    return;
+  }
   const auto handler = self->handlers_.find(path);
   const Reply reply =
       handler != self->handlers_.end() ? handler->second(request) : Reply{"not here", "text/plain", 404};

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,7 +32,8 @@ struct Reply {
 /// to it is one more name of itself.
 class LoopbackServer {
  public:
-  LoopbackServer();
+  /// With `certificate`, a file that holds one and its key, it speaks https.
+  explicit LoopbackServer(const std::string& certificate = "");
   ~LoopbackServer();
   LoopbackServer(const LoopbackServer&) = delete;
   LoopbackServer& operator=(const LoopbackServer&) = delete;
@@ -42,6 +44,8 @@ class LoopbackServer {
   void Serve(const std::string& path, std::function<Reply(const Request&)> handler) {
     handlers_[path] = std::move(handler);
   }
+  /// From now on whoever asks for the path waits for an answer in vain.
+  void Hang(const std::string& path) { hanging_.insert(path); }
   [[nodiscard]] std::string Url(const std::string& path, const std::string& host = "127.0.0.1") const;
   [[nodiscard]] const std::vector<Request>& Requests() const { return requests_; }
   /// How often a path was asked for.
@@ -53,7 +57,9 @@ class LoopbackServer {
                         gpointer self);
 
   SoupServer* server_;
+  const char* scheme_;
   guint port_ = 0;
+  std::set<std::string> hanging_;
   std::map<std::string, std::function<Reply(const Request&)>> handlers_;
   std::vector<Request> requests_;
 };

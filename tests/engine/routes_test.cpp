@@ -24,11 +24,6 @@ class Routes : public Test {
       }
     };
   }
-  /// Two turns through the page's process, so that whatever a script began has reached the program.
-  void PageIsQuiet() {
-    (void)window.Script("return new Promise((done) => setTimeout(() => setTimeout(done, 0), 0))");
-    (void)window.Script("return 1");
-  }
 };
 
 struct Route {
@@ -46,7 +41,7 @@ TEST_P(PageRoutes, IsAskedAndLoadsNothingWhenRefused) {
   ASSERT_TRUE(window.Load(server.Url("/a")));
   if (*GetParam().script != '\0') window.RunScript(GetParam().script);
   ASSERT_TRUE(window.WaitFor("BeforeNavigate2 " + server.Url("/bad")));
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(server.Count("/bad"), 0);
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/a"));
 }
@@ -82,11 +77,11 @@ TEST_P(ForbiddenSchemes, NeverLoadEvenIfAllowed) {
   ASSERT_TRUE(window.Load(server.Url("/a")));
   const std::string address = GetParam().address;
   window.Browser().Navigate(address);
-  PageIsQuiet();
+  window.WaitForScripts();
   window.RunScript("location.href = '" + address + "'");
-  PageIsQuiet();
+  window.WaitForScripts();
   window.RunScript("f.src = '" + address + "'");
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(window.Script("return document.body.textContent"), "a");
   EXPECT_NE(window.Script("return document.title"), "ran");
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/a"));
@@ -105,7 +100,7 @@ TEST_F(Routes, ATypedScriptDoesNotRun) {
   ASSERT_TRUE(window.Load(server.Url("/a")));
   window.Browser().Navigate("javascript:document.title='ran'");
   window.Browser().Navigate(" java\nscript:document.title='ran'");
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(window.Script("return document.title"), "a");
 }
 
@@ -114,7 +109,7 @@ TEST_F(Routes, APageCannotOpenAFile) {
   ASSERT_TRUE(window.Load(server.Url("/a")));
   window.RunScript("location.href = 'file:///etc/hostname'");
   window.RunScript("f.src = 'file:///etc/hostname'");
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/a"));
   EXPECT_EQ(window.Count("NavigateComplete2"), 1);
 }
@@ -233,7 +228,7 @@ TEST_F(Routes, ARefusedStepBackStaysWhereItIs) {
   EXPECT_FALSE(window.Browser().Busy());
   window.RunScript("history.back()");
   ASSERT_TRUE(window.WaitFor("BeforeNavigate2 " + server.Url("/bad"), 3));
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/b"));
   EXPECT_EQ(server.Count("/bad"), 1);
 }
@@ -270,7 +265,7 @@ TEST_F(Routes, ManyStepsInsideThePageAreJudgedOneAtATime) {
   window.judge = [&](const auto& navigation) { held.push_back(navigation); };
   window.RunScript("for (let i = 0; i < 50; i++) history.pushState(0, '', '/s' + i)");
   ASSERT_TRUE(WaitUntil([&] { return !held.empty(); }));
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(held.size(), 1U);
   held.front()->Allow();
   ASSERT_TRUE(
@@ -301,7 +296,7 @@ TEST_F(Routes, ARefusedFragmentStays) {
   RefuseBad();
   window.RunScript("x.click()");
   ASSERT_TRUE(window.WaitFor("BeforeNavigate2 " + server.Url("/a#bad")));
-  PageIsQuiet();
+  window.WaitForScripts();
   EXPECT_EQ(window.Script("return location.href"), server.Url("/a"));
 }
 

@@ -11,6 +11,14 @@ bool IsWebAddress(const std::string& address) {
          g_ascii_strncasecmp(address.c_str(), "https://", 8) == 0;
 }
 
+bool EndsWith(const std::string& path, const std::string& ending) {
+  return path.size() >= ending.size() &&
+         g_ascii_strcasecmp(path.c_str() + (path.size() - ending.size()), ending.c_str()) == 0;
+}
+
+/// Whether the file is a page, such as the program's help, and not a picture.
+bool IsPageFile(const std::string& path) { return EndsWith(path, ".htm") || EndsWith(path, ".html"); }
+
 }  // namespace
 
 PageViewControl::PageViewControl(Gtk::Box& place, EngineFactory& engine)
@@ -20,7 +28,7 @@ Gtk::Box& PageViewControl::Place() { return dynamic_cast<Gtk::Box&>(Widget()); }
 
 void PageViewControl::Navigate(const std::string& address) {
   Alive();
-  if (IsWebAddress(address)) {
+  if (IsWebAddress(address) || IsPageFile(address)) {
     ShowPage(address);
   } else {
     ShowFile(address);

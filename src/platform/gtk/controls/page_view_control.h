@@ -7,8 +7,8 @@
 
 namespace kivandra::gtk {
 
-/// A view on a picture file or on a page of the product's own site. Both come into being when they are first
-/// asked for, so that a box which only holds other controls stays a box.
+/// A view on a picture file, on a page file or on a page of the product's own site. Both come into being when
+/// they are first asked for, so that a box which only holds other controls stays a box.
 class PageViewControl : public WidgetControl, public PageView {
  public:
   PageViewControl(Gtk::Box& place, EngineFactory& engine);

@@ -68,6 +68,7 @@ BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
       page_(view_),
       frames_(std::make_shared<FrameReporter>(scripts_)),
       scriptObject_(std::make_shared<ScriptObjectHost>(scripts_, view_)),
+      resources_(std::make_shared<ResourceWatch>([this] { EndFrameLoadsSoon(); })),
       shown_(opener == nullptr) {}
 
 BrowserView::~BrowserView() {
@@ -78,6 +79,7 @@ BrowserView::~BrowserView() {
 void BrowserView::Start() {
   frames_->Start(this);
   scriptObject_->Start();
+  resources_->Start(view_);
   RefuseExtras(view_);
   signals_.Connect<&BrowserView::OnDecidePolicy>(view_, "decide-policy", this);
   signals_.Connect<&BrowserView::OnLoadChanged>(view_, "load-changed", this);
@@ -90,7 +92,6 @@ void BrowserView::Start() {
   signals_.Connect<&BrowserView::OnAddress>(view_, "notify::uri", this);
   signals_.Connect<&BrowserView::OnTitle>(view_, "notify::title", this);
   signals_.Connect<&BrowserView::OnLoading>(view_, "notify::is-loading", this);
-  signals_.Connect<&BrowserView::OnProgress>(view_, "notify::estimated-load-progress", this);
   signals_.Connect<&BrowserView::OnMouseTarget>(view_, "mouse-target-changed", this);
   signals_.Connect<&BrowserView::OnDestroy>(view_, "destroy", this);
   signals_.Connect<&BrowserView::OnHistoryChanged>(webkit_web_view_get_back_forward_list(view_), "changed",
@@ -118,6 +119,7 @@ void BrowserView::Close() {
   signals_.Cut();
   frames_->Cut();
   scriptObject_->Cut();
+  resources_->Cut();
   desk_.DropAll();
   WebKitWebView* view = std::exchange(view_, nullptr);
   webkit_web_view_stop_loading(view);
@@ -286,6 +288,7 @@ void BrowserView::LoadCommitted() {
   nextArrival_.reset();
   desk_.ForgetAllowedLoad();
   desk_.DropEngineQuestions();  // they came from the page that is gone
+  resources_->Forget();
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
   Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(page_, address_); });
   TellHistory();
@@ -345,6 +348,7 @@ gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertifi
 void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason*/) {
   const std::string address = address_;
   desk_.DropEngineQuestions();
+  resources_->Forget();
   loading_ = false;
   completing_ = false;
   TellDownloadComplete();
@@ -368,11 +372,6 @@ void BrowserView::OnLoading(GParamSpec* /*property*/) {
     desk_.ForgetAllowedLoad();
     if (!loading_ && address != address_ && address == EngineAddress()) ReportArrival(address);
   });
-}
-
-void BrowserView::OnProgress(GParamSpec* /*property*/) {
-  if (loading_ || webkit_web_view_get_estimated_load_progress(view_) < 1.0) return;
-  TellDownloadComplete();  // a frame's load that never reported its end
 }
 
 }  // namespace kivandra::gtk

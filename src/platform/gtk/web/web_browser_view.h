@@ -12,6 +12,7 @@
 #include "platform/gtk/web/web_engine.h"
 #include "platform/gtk/web/web_frames.h"
 #include "platform/gtk/web/web_navigation_desk.h"
+#include "platform/gtk/web/web_resources.h"
 #include "platform/gtk/web/web_script_object.h"
 #include "platform/gtk/web/web_signals.h"
 #include "platform/web_browser.h"
@@ -65,7 +66,6 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void OnAddress(GParamSpec* property);
   void OnTitle(GParamSpec* property);
   void OnLoading(GParamSpec* property);
-  void OnProgress(GParamSpec* property);
   void OnGeometry(GParamSpec* property);
   void OnMouseTarget(WebKitHitTestResult* target, guint modifiers);
   void OnHistoryChanged(WebKitBackForwardListItem* added, gpointer removed);
@@ -89,6 +89,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void ShowTrouble(WebPages::Trouble trouble, const std::string& address);
   void TellDownloadBegin();
   void TellDownloadComplete();
+  void EndFrameLoadsSoon();
   void TellHistory();
   void TellTitle(const std::string& title);
   void TellGeometry();
@@ -99,7 +100,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
     if (events_ != nullptr) tell(*events_);
   }
   /// Calls `act` from the event loop, unless the view is closed by then.
-  void Later(std::function<void()> act);
+  void Later(std::function<void()> act, guint milliseconds = 0);
 
   WebEngine& engine_;
   WebKitUserContentManager* scripts_;
@@ -109,6 +110,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   TopFrame page_;
   std::shared_ptr<FrameReporter> frames_;
   std::shared_ptr<ScriptObjectHost> scriptObject_;
+  std::shared_ptr<ResourceWatch> resources_;
   SignalConnections signals_;
 
   std::string address_;  // of the page that is shown
@@ -120,8 +122,9 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   bool committed_ = false;   // the load that runs, or ran last, has put its page on the screen
   bool completing_ = false;  // the load has ended, its end is told in a moment
   bool ownPage_ = false;     // the load that runs shows a page of the program in place of the one that failed
-  bool downloading_ = false;  // DownloadBegin was told, DownloadComplete not yet
-  bool shown_;                // the window of a page's script has been shown
+  bool downloading_ = false;   // DownloadBegin was told, DownloadComplete not yet
+  bool endingFrames_ = false;  // a look at whether frames have stopped loading is on its way
+  bool shown_;                 // the window of a page's script has been shown
   bool judgingArrival_ = false;
   std::optional<std::string> nextArrival_;  // where the page went while its last step was being judged
   GdkRectangle geometry_{};

@@ -14,6 +14,9 @@ namespace {
 constexpr long kCanGoForward = 1;
 constexpr long kCanGoBack = 2;
 
+/// How long frames have, once nothing is on its way to them, to report that they are complete.
+constexpr guint kFramesEndMilliseconds = 300;
+
 std::string WithoutFragment(const std::string& address) { return address.substr(0, address.find('#')); }
 
 /// The size of the window in which a view lies, as the engine takes it for a new window whose page asks for
@@ -95,12 +98,24 @@ void BrowserView::LeavePage() {
 void BrowserView::FrameNavigated(PageFrame& frame, const std::string& url) {
   TellDownloadBegin();
   Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(frame, url); });
+  if (resources_->Quiet()) EndFrameLoadsSoon();
 }
 
 void BrowserView::FrameCompleted(PageFrame& frame, const std::string& url) {
   Tell([&](WebBrowserEvents& events) { events.DocumentComplete(frame, url); });
   TellDownloadComplete();
   if (loading_) TellDownloadBegin();
+}
+
+void BrowserView::EndFrameLoadsSoon() {
+  if (!downloading_ || loading_ || std::exchange(endingFrames_, true)) return;
+  // A frame that has all it asked for has the time to report its end first.
+  Later(
+      [this] {
+        endingFrames_ = false;
+        if (!loading_ && resources_->Quiet()) TellDownloadComplete();
+      },
+      kFramesEndMilliseconds);
 }
 
 // --- New windows
@@ -205,7 +220,7 @@ std::string BrowserView::EngineAddress() const {
   return view_ != nullptr ? Text(webkit_web_view_get_uri(view_)) : std::string();
 }
 
-void BrowserView::Later(std::function<void()> act) {
+void BrowserView::Later(std::function<void()> act, guint milliseconds) {
   struct Turn {
     std::weak_ptr<BrowserView> view;
     std::function<void()> act;
@@ -216,8 +231,8 @@ void BrowserView::Later(std::function<void()> act) {
     if (view && view->view_ != nullptr) Guarded([&] { turn->act(); });
     return G_SOURCE_REMOVE;
   };
-  g_idle_add_full(G_PRIORITY_DEFAULT, run, new Turn{weak_from_this(), std::move(act)},
-                  [](gpointer data) { delete static_cast<Turn*>(data); });
+  g_timeout_add_full(G_PRIORITY_DEFAULT, milliseconds, run, new Turn{weak_from_this(), std::move(act)},
+                     [](gpointer data) { delete static_cast<Turn*>(data); });
 }
 
 }  // namespace kivandra::gtk

@@ -18,6 +18,23 @@ std::string HomeOf(const std::string& address) {
   return address.substr(0, end) + "/";
 }
 
+/// Whether the address lies in its home. The engine takes an escaped slash in a file's address for a real
+/// one, so that "..%2f" would lead out.
+bool LiesIn(const std::string& home, const std::string& address) {
+  if (home.empty() || !address.starts_with(home)) return false;
+  return SchemeOf(address) != "file" ||
+         (address.find("%2f") == std::string::npos && address.find("%2F") == std::string::npos);
+}
+
+/// The engine's spelling of an address or of a file's path, in which any sign is part of a name.
+std::string SpellingOf(const std::string& address) {
+  char* file =
+      g_path_is_absolute(address.c_str()) ? g_filename_to_uri(address.c_str(), nullptr, nullptr) : nullptr;
+  const std::string spelling = EngineSpelling(file != nullptr ? file : address);
+  g_free(file);
+  return spelling;
+}
+
 }  // namespace
 
 WebPageView::WebPageView(WebEngine& engine, Gtk::Box& place) : WidgetControl(place), engine_(engine) {
@@ -40,7 +57,7 @@ WebPageView::~WebPageView() {
 
 void WebPageView::Navigate(const std::string& address) {
   (void)Widget();
-  const std::string spelling = EngineSpelling(address);
+  const std::string spelling = SpellingOf(address);
   if (!ProgramMayLoad(spelling)) return;
   home_ = HomeOf(spelling);
   webkit_web_view_load_uri(view_, spelling.c_str());
@@ -62,7 +79,7 @@ gboolean WebPageView::OnDecidePolicy(WebKitWebView* /*view*/, WebKitPolicyDecisi
         webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
     const std::string address = webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
     const std::string& home = static_cast<WebPageView*>(self)->home_;
-    stays = IsBlankDocument(address) || (!home.empty() && address.starts_with(home));
+    stays = IsBlankDocument(address) || LiesIn(home, address);
   }
   if (stays) {
     webkit_policy_decision_use(decision);
