@@ -69,6 +69,8 @@ BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
       frames_(std::make_shared<FrameReporter>(scripts_)),
       scriptObject_(std::make_shared<ScriptObjectHost>(scripts_, view_)),
       resources_(std::make_shared<ResourceWatch>([this] { EndFrameLoadsSoon(); })),
+      drops_(std::make_shared<LinkDrops>(
+          [this](const std::string& address) { Later([this, address] { Navigate(address); }); })),
       shown_(opener == nullptr) {}
 
 BrowserView::~BrowserView() {
@@ -80,6 +82,7 @@ void BrowserView::Start() {
   frames_->Start(this);
   scriptObject_->Start();
   resources_->Start(view_);
+  drops_->Start(view_);
   RefuseExtras(view_);
   signals_.Connect<&BrowserView::OnDecidePolicy>(view_, "decide-policy", this);
   signals_.Connect<&BrowserView::OnLoadChanged>(view_, "load-changed", this);
@@ -120,6 +123,7 @@ void BrowserView::Close() {
   frames_->Cut();
   scriptObject_->Cut();
   resources_->Cut();
+  drops_->Cut();
   desk_.DropAll();
   WebKitWebView* view = std::exchange(view_, nullptr);
   webkit_web_view_stop_loading(view);

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/gtk/web/web_drops.h"
 #include "platform/gtk/web/web_engine.h"
 #include "platform/gtk/web/web_frames.h"
 #include "platform/gtk/web/web_navigation_desk.h"
@@ -111,6 +112,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<FrameReporter> frames_;
   std::shared_ptr<ScriptObjectHost> scriptObject_;
   std::shared_ptr<ResourceWatch> resources_;
+  std::shared_ptr<LinkDrops> drops_;
   SignalConnections signals_;
 
   std::string address_;  // of the page that is shown

@@ -43,6 +43,7 @@ WebPageView::WebPageView(WebEngine& engine, Gtk::Box& place) : WidgetControl(pla
       WEBKIT_TYPE_WEB_VIEW, "network-session", engine.Session().Get(), "settings", settings, nullptr)));
   g_object_unref(settings);
   RefuseExtras(view_);
+  drops_->Start(view_);
   g_signal_connect(view_, "decide-policy", G_CALLBACK(OnDecidePolicy), this);
   g_signal_connect(view_, "load-failed", G_CALLBACK(OnLoadFailed), this);
   gtk_widget_set_hexpand(GTK_WIDGET(view_), TRUE);
@@ -51,6 +52,7 @@ WebPageView::WebPageView(WebEngine& engine, Gtk::Box& place) : WidgetControl(pla
 }
 
 WebPageView::~WebPageView() {
+  drops_->Cut();
   g_signal_handlers_disconnect_by_data(view_, this);
   g_object_unref(view_);
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/gtk/controls/widget_control.h"
+#include "platform/gtk/web/web_drops.h"
 #include "platform/gtk/web/web_engine.h"
 #include "platform/page_view.h"
 
@@ -30,6 +31,7 @@ class WebPageView final : public PageView, public WidgetControl {
 
   WebEngine& engine_;
   WebKitWebView* view_;
+  std::shared_ptr<LinkDrops> drops_ = std::make_shared<LinkDrops>(nullptr);
   std::string home_;  // what every address of the page begins with
 };
 
