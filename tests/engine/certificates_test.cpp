@@ -41,7 +41,7 @@ TEST_F(Certificates, ThePageInItsPlaceSaysSoInPlainWordsAndOffersNoWayOn) {
   ASSERT_TRUE(window.Load(url));
   const std::string words = window.Script("return document.body.innerText");
   EXPECT_THAT(words, HasSubstr(kNotSafe));
-  EXPECT_THAT(words, HasSubstr("ask a grown-up"));
+  EXPECT_THAT(words, HasSubstr("Ask a grown-up"));
   EXPECT_EQ(window.Script("return /certificate|tls|ssl|error|code|unacceptable|risk|continue|proceed|0x/i"
                           ".test(document.body.innerText)"),
             "false");

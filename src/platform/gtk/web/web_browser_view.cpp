@@ -43,6 +43,14 @@ bool MayShow(WebKitResponsePolicyDecision* decision) {
   return !attachment;
 }
 
+WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
+  // The engine drops the connection when it doesn't trust the site, and at times it hears of that before it
+  // hears of the reason. A load that the program or the page gave up ends in the engine's own kind of error.
+  const bool dropped = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
+  return dropped && SchemeOf(address) == "https" ? WebPages::Trouble::NotTrusted
+                                                 : WebPages::Trouble::NotOpened;
+}
+
 }  // namespace
 
 std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener) {
@@ -339,7 +347,7 @@ void BrowserView::CompleteLoad() {
 gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
   const bool quiet = error->domain == WEBKIT_POLICY_ERROR ||
                      g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
-  if (!quiet) ShowTrouble(WebPages::Trouble::NotOpened, Text(address));
+  if (!quiet) ShowTrouble(TroubleOf(error, Text(address)), Text(address));
   return TRUE;
 }
 
