@@ -75,43 +75,44 @@ struct WayOut {
   const char* script;  // "OUT" stands for an address on another site
 };
 
-class WaysOut : public PageViews, public ::testing::WithParamInterface<WayOut> {};
+constexpr WayOut kWaysOut[] = {{"Link", "a.href='OUT'; a.click()"},
+                               {"LinkForANewWindow", "a.href='OUT'; a.target='_blank'; a.click()"},
+                               {"LinkForAFrame", "i.name='i'; a.href='OUT'; a.target='i'; a.click()"},
+                               {"Script", "location.href='OUT'"},
+                               {"NewWindow", "open('OUT')"},
+                               {"EmptyNewWindow", "const w = open(''); if (w) w.location='OUT'"},
+                               {"Form", "f.action='OUT'; f.submit()"},
+                               {"PostedForm", "f.action='OUT'; f.method='post'; f.submit()"},
+                               {"Frame", "i.src='OUT'"},
+                               {"Redirect", "location.href='/hop'"},
+                               {"RedirectOfAFrame", "i.src='/hop'"},
+                               {"Refresh",
+                                "document.head.insertAdjacentHTML('beforeend', "
+                                "'<meta http-equiv=refresh content=\"0;url=OUT\">')"},
+                               {"FrameWithAPageInIt", "i.srcdoc='<script>top.location=\"OUT\"</'+'script>'"},
+                               {"Data", "location.href='data:text/html,<title>out</title>'"},
+                               {"File", "location.href='file:///etc/hostname'"},
+                               {"AnotherHostByName", "location.href='OUT'.replace('127.0.0.1', 'localhost')"},
+                               {"SiteAsUserName", "location.href='OUT'.replace('//', '//127.0.0.1@')"}};
 
-TEST_P(WaysOut, LeadNowhere) {
+TEST_F(PageViews, NoWayLeadsOutOfTheSite) {
   site.Serve("/banner", {"<title>banner</title><a id=a>x</a><form id=f></form><iframe id=i></iframe>"});
   site.Serve("/hop", {"", "text/html", 302, {{"Location", elsewhere.Url("/out")}}});
-  ASSERT_TRUE(Shows(site.Url("/banner"), "banner"));
-  std::string script = GetParam().script;
-  for (std::size_t at; (at = script.find("OUT")) != std::string::npos;) {
-    script.replace(at, 3, elsewhere.Url("/out"));
+  for (const WayOut& way : kWaysOut) {
+    SCOPED_TRACE(way.name);
+    ASSERT_TRUE(Shows(site.Url("/banner"), "banner"));
+    WaitForRest();
+    std::string script = way.script;
+    for (std::size_t at; (at = script.find("OUT")) != std::string::npos;) {
+      script.replace(at, 3, elsewhere.Url("/out"));
+    }
+    RunScript(script);
+    WaitForRest();
+    EXPECT_TRUE(elsewhere.Requests().empty());
+    EXPECT_EQ(webkit_web_view_get_uri(View()), site.Url("/banner"));
+    EXPECT_EQ(Title(), "banner");
   }
-  RunScript(script);
-  WaitForRest();
-  EXPECT_TRUE(elsewhere.Requests().empty());
-  EXPECT_EQ(webkit_web_view_get_uri(View()), site.Url("/banner"));
-  EXPECT_EQ(Title(), "banner");
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, WaysOut,
-    ::testing::Values(WayOut{"Link", "a.href='OUT'; a.click()"},
-                      WayOut{"LinkForANewWindow", "a.href='OUT'; a.target='_blank'; a.click()"},
-                      WayOut{"LinkForAFrame", "i.name='i'; a.href='OUT'; a.target='i'; a.click()"},
-                      WayOut{"Script", "location.href='OUT'"}, WayOut{"NewWindow", "open('OUT')"},
-                      WayOut{"EmptyNewWindow", "const w = open(''); if (w) w.location='OUT'"},
-                      WayOut{"Form", "f.action='OUT'; f.submit()"},
-                      WayOut{"PostedForm", "f.action='OUT'; f.method='post'; f.submit()"},
-                      WayOut{"Frame", "i.src='OUT'"}, WayOut{"Redirect", "location.href='/hop'"},
-                      WayOut{"RedirectOfAFrame", "i.src='/hop'"},
-                      WayOut{"Refresh",
-                             "document.head.insertAdjacentHTML('beforeend', "
-                             "'<meta http-equiv=refresh content=\"0;url=OUT\">')"},
-                      WayOut{"FrameWithAPageInIt", "i.srcdoc='<script>top.location=\"OUT\"</'+'script>'"},
-                      WayOut{"Data", "location.href='data:text/html,<title>out</title>'"},
-                      WayOut{"File", "location.href='file:///etc/hostname'"},
-                      WayOut{"AnotherHostByName", "location.href='OUT'.replace('127.0.0.1', 'localhost')"},
-                      WayOut{"SiteAsUserName", "location.href='OUT'.replace('//', '//127.0.0.1@')"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(PageViews, AClickOnABannerOpensNothingOutsideTheSite) {
   site.Serve("/banner", {"<title>banner</title><body style='margin:0'><a href='" + elsewhere.Url("/out") +
