@@ -2,6 +2,7 @@
 """What every desktop test starts from: the program past its first run, with the filter on."""
 
 import atexit
+import contextlib
 import itertools
 import os
 import pathlib
@@ -135,41 +136,77 @@ class LoudTest(unittest.TestCase):
         self.assertEqual([], complaints, "the program complains")
 
 
+class Session:
+    """One program past its first run and past its first unfiltered seconds, with a server for its pages."""
+
+    def __init__(self, settings, environment):
+        self.numbers = itertools.count(1)
+        self.never_painted = []
+        self._ends = contextlib.ExitStack()
+        unittest.addModuleCleanup(self.end)
+        self.server = Server()
+        self._ends.callback(self.server.close)
+        self.home = Home(like=seed())
+        self._ends.callback(self.home.remove)
+        for name, value in settings.items():
+            self.home.settings.write(name, value)
+        self.program = Program(display(), self.home, environment=environment)
+        self._ends.callback(self.program.kill)
+        self.desk = Desk(self.program)
+        self._ends.callback(self.desk.close)
+        self.hands = self.desk.hands
+        self.frame = self.desk.frame()
+        filtered_from = time.monotonic() + UNFILTERED_SECONDS
+        wait_until(lambda: time.monotonic() > filtered_from, "the unfiltered seconds are over", START_SECONDS)
+        self._ends.callback(self._close)
+
+    def end(self):
+        """Ends the program and the server, once."""
+        self._ends.close()
+
+    def _close(self):
+        """Closes the program as a person does and looks at what is left."""
+        self.hands.focus(self.frame.number)
+        self.frame.close()
+        code = self.program.wait_end(CLOSING_SECONDS + 10)
+        self.program.wait_nothing_left()
+        late = [name for name in self.never_painted if self.server.asked(pages.mark(name))]
+        if late:
+            raise AssertionError(f"painted after all: {late}")
+        if code != 0:
+            raise AssertionError(f"the program ended with {code}:\n{self.program.voice()[-2000:]}")
+
+
+class Current:
+    """The one session of this file that runs; two would lie over each other on the display."""
+
+    session = None
+    wanted = None
+
+    @classmethod
+    def get(cls, settings, environment):
+        wanted = (settings, environment)
+        if cls.session is None or cls.wanted != wanted or not cls.session.program.runs():
+            ended, cls.session = cls.session, None
+            if ended:
+                ended.end()
+            cls.session, cls.wanted = Session(settings, environment), wanted
+        return cls.session
+
+
 class BrowsingTest(LoudTest):
-    """The program past its first run and past its first unfiltered seconds; one start serves a whole class."""
+    """Tests of a running program. Neighbouring classes that want the same settings and environment share one start; a
+    program that has died is started anew, so that one failure does not hide the rest."""
 
     settings = {}
     environment = {}
 
     @classmethod
     def setUpClass(cls):
-        cls.numbers = itertools.count(1)
-        cls.never_painted = []
-        cls.server = Server()
-        cls.addClassCleanup(cls.server.close)
-        cls.home = Home(like=seed())
-        cls.addClassCleanup(cls.home.remove)
-        for name, value in cls.settings.items():
-            cls.home.settings.write(name, value)
-        cls.program = Program(display(), cls.home, environment=cls.environment)
-        cls.addClassCleanup(cls.program.kill)
-        cls.desk = Desk(cls.program)
-        cls.addClassCleanup(cls.desk.close)
-        cls.frame = cls.desk.frame()
-        cls.filtered_from = time.monotonic() + UNFILTERED_SECONDS
-        cls.hands = cls.desk.hands
-        wait_until(lambda: time.monotonic() > cls.filtered_from, "the unfiltered seconds are over", START_SECONDS)
-
-    @classmethod
-    def tearDownClass(cls):
-        late = [name for name in cls.never_painted if cls.server.asked(pages.mark(name))]
-        cls.frame.close()
-        code = cls.program.wait_end(CLOSING_SECONDS + 10)
-        cls.program.wait_nothing_left()
-        if late:
-            raise AssertionError(f"painted after all: {late}")
-        if code != 0:
-            raise AssertionError(f"the program ended with {code}:\n{cls.program.voice()[-2000:]}")
+        session = Current.get(cls.settings, cls.environment)
+        cls.numbers, cls.never_painted = session.numbers, session.never_painted
+        cls.server, cls.home = session.server, session.home
+        cls.program, cls.desk, cls.hands, cls.frame = session.program, session.desk, session.hands, session.frame
 
     def setUp(self):
         self._heard = len(self.program.voice())
@@ -193,7 +230,7 @@ class BrowsingTest(LoudTest):
     # Pages.
 
     def name(self, what="page"):
-        """A name that no other page of this class has."""
+        """A name that no other page of this session has."""
         return f"{what}-{next(self.numbers)}"
 
     def clean(self, body="", head="", path=None, host="127.0.0.1"):
