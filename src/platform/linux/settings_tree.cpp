@@ -219,13 +219,14 @@ long SettingsTree::RegDeleteValueA(HKEY key, const std::string& name) {
   return ERROR_SUCCESS;
 }
 
-long SettingsTree::RegEnumKeyA(HKEY key, std::uint32_t index, std::string& name, std::size_t size) {
+long SettingsTree::NthName(HKEY key, std::uint32_t right, Statement& statement, std::uint32_t index,
+                           std::string& name, std::size_t size) {
   KeyId id = 0;
-  if (const long code = Resolve(key, KEY_ENUMERATE_SUB_KEYS, id)) {
+  if (const long code = Resolve(key, right, id)) {
     return code;
   }
   const ReadTransaction transaction(store_);
-  Query query(nthSubKey_);
+  Query query(statement);
   query.Bind(id).Bind(std::int64_t{index});
   if (!query.Step()) {
     return KeyIsThere(id) ? ERROR_NO_MORE_ITEMS : ERROR_KEY_DELETED;
@@ -233,18 +234,12 @@ long SettingsTree::RegEnumKeyA(HKEY key, std::uint32_t index, std::string& name,
   return GiveName(query.Text(0), name, size);
 }
 
+long SettingsTree::RegEnumKeyA(HKEY key, std::uint32_t index, std::string& name, std::size_t size) {
+  return NthName(key, KEY_ENUMERATE_SUB_KEYS, nthSubKey_, index, name, size);
+}
+
 long SettingsTree::RegEnumValueA(HKEY key, std::uint32_t index, std::string& name, std::size_t size) {
-  KeyId id = 0;
-  if (const long code = Resolve(key, KEY_QUERY_VALUE, id)) {
-    return code;
-  }
-  const ReadTransaction transaction(store_);
-  Query query(nthValue_);
-  query.Bind(id).Bind(std::int64_t{index});
-  if (!query.Step()) {
-    return KeyIsThere(id) ? ERROR_NO_MORE_ITEMS : ERROR_KEY_DELETED;
-  }
-  return GiveName(query.Text(0), name, size);
+  return NthName(key, KEY_QUERY_VALUE, nthValue_, index, name, size);
 }
 
 long SettingsTree::RegQueryInfoKeyA(HKEY key, std::uint32_t& subKeys, std::size_t& maxSubKeyLength,

@@ -59,6 +59,9 @@ class SettingsTree : public RegistryCalls {
   /// Code of walking down from `id`, which becomes the key at the path's end.
   long Walk(KeyId& id, const std::vector<std::string_view>& path);
   KeyId AddSubKey(KeyId parent, std::string_view name);
+  /// Gives the name in row `index` of what `statement` lists below an open key.
+  long NthName(HKEY key, std::uint32_t right, Statement& statement, std::uint32_t index, std::string& name,
+               std::size_t size);
   bool SameValueIsThere(KeyId id, const std::string& folded, std::uint32_t type, const Bytes& data);
   /// Throws if a batch has lost its transaction: what follows must not be written apart from it.
   void CheckBatch() const;
