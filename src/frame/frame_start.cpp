@@ -5,11 +5,13 @@
 #include "core/program_sound.h"
 #include "core/settings.h"
 #include "filter/bad_words.h"
+#include "filter/filter_values.h"
 #include "frame/domain_lists.h"
 #include "frame/frm_main.h"
 #include "hosts.h"
 #include "platform/skin_form.h"
 #include "platform/timer.h"
+#include "support/attempt.h"
 
 namespace kivandra {
 
@@ -62,6 +64,16 @@ void frmMain::MDIForm_Load() {
   // 17.
   if (services_.CheckForUpdate) {
     services_.CheckForUpdate(false);
+  }
+}
+
+void frmMain::FillFilterIfEmpty() {
+  // A load that an error has ended leaves a frame in which a child can still be opened; empty tables would
+  // let every page pass there.
+  if (BadWords[1].empty()) {
+    FillBadWords();
+    attempt(
+        [&] { LoadDomainLists(services_.registry, services_.events, services_.system.ProgramFileName()); });
   }
 }
 

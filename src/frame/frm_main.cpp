@@ -30,22 +30,15 @@ void frmMain::Load() {
     WireControls();
     MDIForm_Load();
   } catch (const PlatformError& error) {
+    FillFilterIfEmpty();
     services_.boxes.MsgBox(std::to_string(error.Number()) + " - " + error.what());
   }
 }
 
 void frmMain::WireControls() {
-  BonusBar().Lay(BonusBarData());
-  BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
-  TheAddress().OnKeyDown([this](int keyCode) {
-    if (keyCode != kKeyReturn) {
-      return false;
-    }
-    GoAddress();
-    return true;
-  });
-  TheAddress().OnClick([this] { GoAddress(); });
   const auto disable = [this](const char* name) { attempt([&] { TimerOf(name).SetEnabled(false); }); };
+  // First of all: while StartUp runs the gate lets everything pass, so no fault behind this may keep it
+  // running.
   TimerOf("StartUp").OnTimer([disable] { disable("StartUp"); });
   TimerOf("CloseMe").OnTimer([disable] { disable("CloseMe"); });
   TimerOf("timerTips").OnTimer([this, disable] {
@@ -56,6 +49,16 @@ void frmMain::WireControls() {
     });
     disable("timerTips");
   });
+  BonusBar().Lay(BonusBarData());
+  BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
+  TheAddress().OnKeyDown([this](int keyCode) {
+    if (keyCode != kKeyReturn) {
+      return false;
+    }
+    GoAddress();
+    return true;
+  });
+  TheAddress().OnClick([this] { GoAddress(); });
   // kept on purpose: Greet ticks for ever and does nothing; BannerTimer, BackForward and ShutDown have no
   // handler.
 }

@@ -104,6 +104,7 @@ class frmMain : public FormEvents {
  private:
   void WireControls();
   void MDIForm_Load();
+  void FillFilterIfEmpty();
   void ShowSideBarAsStored();
   void HostControls();
   void GreetFirstStart();

@@ -197,5 +197,22 @@ TEST_F(FrameStartTest, AnErrorEndsTheLoadWithOneBoxAndLeavesTheFrame) {
   }
 }
 
+TEST_F(FrameStartTest, AnErrorLeavesTheFilterClosed) {
+  // The bars can't be laid, the banner can't be shown: either way the five seconds end and the words are
+  // there.
+  for (const std::string& fault :
+       {std::string("frmMain.BonusBar.Lay"), "frmMain.brwBanner.Navigate \"" + kBannerPage + "\""}) {
+    fakes::WholeProgram broken;
+    broken.journal.failOn = fault;
+    broken.boxes.Expect("5 - injected fault");
+    broken.StartAsUsual();
+    ASSERT_TRUE(broken.journal.Has("FAILED " + fault));
+    broken.PassStartUp();
+    EXPECT_FALSE(broken.Frame().TimerOf("StartUp").enabled) << fault;
+    EXPECT_EQ(BadWords[1], "porn") << fault;
+    EXPECT_EQ(BadWords[101], "nUde") << fault;
+  }
+}
+
 }  // namespace
 }  // namespace kivandra
