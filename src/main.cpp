@@ -11,6 +11,7 @@
 #include "platform/gtk/gtk_start.h"
 #include "platform/gtk/keyboard_hook.h"
 #include "platform/gtk/main_events.h"
+#include "platform/gtk/shell/shell_calls.h"
 #include "platform/gtk/web/web_engine.h"
 #include "platform/linux/file_calls.h"
 #include "platform/linux/instance_calls.h"
@@ -40,6 +41,7 @@ struct Machine {
   gtk::GtkMessageBoxes boxes{forms};
   gtk::GtkClipboard clipboard;
   gtk::GtkKeyboardHook keyboard;
+  gtk::GtkShellCalls shell;
   linux_impl::SettingsTree registry{system.GetWindowsDirectoryA() + "/registry.db"};
   linux_impl::LinuxInstanceCalls instance;
   linux_impl::LinuxFileCalls files;
@@ -56,7 +58,7 @@ void Run(Machine& machine) {
   machine.engine.SetHome([&machine] { return HomePage(machine.registry); });
   Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance,
                    machine.system, machine.files, machine.sound, machine.fetch, machine.clipboard,
-                   machine.engine.Session(), machine.keyboard});
+                   machine.engine.Session(), machine.keyboard, machine.shell});
   program.Run();
   // A second start finds the port taken by the first one, and must end without a word.
   if (!siteProblem.empty() && !machine.forms.Loaded().empty()) {

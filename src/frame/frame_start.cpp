@@ -77,11 +77,6 @@ void frmMain::FillFilterIfEmpty() {
   }
 }
 
-void frmMain::ShowSideBarAsStored() {
-  mnuSidebarChecked = TextOf(ReadItem(services_.registry, "Sidebar")) == "True";
-  BonusBar().Bands("SideBar").SetVisible(mnuSidebarChecked);
-}
-
 void frmMain::HostControls() {
   const auto host = [this](const char* band, const char* tool, Control& control) {
     BonusBar().Bands(band).Tools(tool).SetCustom(&control);

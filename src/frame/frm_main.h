@@ -18,6 +18,7 @@
 #include "platform/page_view.h"
 #include "platform/picture_box.h"
 #include "platform/registry_calls.h"
+#include "platform/shell_calls.h"
 #include "platform/sound.h"
 #include "platform/system_info.h"
 #include "support/keyboard_events.h"
@@ -34,6 +35,7 @@ struct FrameServices {
   InternetSession& session;
   Sound& sound;
   KeyboardHook& keyboard;
+  ShellCalls& shell;
   const SystemInfo& system;
   Application& application;                                ///< the frame's own, apart from the program's
   std::function<std::shared_ptr<frmBrowser>()> makeChild;  ///< loads a child window, hidden
@@ -90,6 +92,11 @@ class frmMain : public FormEvents {
   void GoAddress();
   /// A click on a tool of the bars.
   void BonusBar_ToolClick(Tool& tool);
+  /// Carries out a menu entry by its name, whoever asks: the menu, a tool or another window. An unknown name
+  /// does nothing.
+  void Menu_Click(const std::string& name);
+  /// Shows or hides the side bar, and fits the active child to it. Without a child it does nothing.
+  void mnuSidebar_Click();
   void Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
 
   /// The keys of the whole program, as long as the window is loaded.
@@ -98,6 +105,7 @@ class frmMain : public FormEvents {
   bool mnuSidebarChecked = false;
 
   // The window's events.
+  void Form_Resize() override;
   void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
   void Form_Unload() override;
 
@@ -109,6 +117,7 @@ class frmMain : public FormEvents {
   void HostControls();
   void GreetFirstStart();
   void PlaceFirstChild();
+  void MDIForm_Resize();
   void MDIForm_QueryUnload();
   void ClearBrowserSession();
   void CloseProgram();

@@ -28,6 +28,14 @@ void frmMain::mnuFileNew_Click() {
   BackBypass = false;
 }
 
+void frmMain::Menu_Click(const std::string& name) {
+  if (name == "mnuFileNew") {
+    mnuFileNew_Click();
+  } else if (name == "mnuEditCopy") {
+    mnuEditCopy_Click();
+  }
+}
+
 void frmMain::Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& /*Shift*/) {
   if (KeyCode == kKeyF1) {
     attempt([&] {

@@ -45,6 +45,8 @@ class Form {
   [[nodiscard]] virtual bool Loaded() const = 0;
   virtual void SetEvents(FormEvents* events) = 0;
 
+  /// Whether it lies in the area of the frame.
+  [[nodiscard]] virtual bool MDIChild() const = 0;
   [[nodiscard]] virtual std::string Caption() const = 0;
   virtual void SetCaption(const std::string& caption) = 0;
   [[nodiscard]] virtual std::string Tag() const = 0;
@@ -95,6 +97,8 @@ class Forms {
   virtual std::shared_ptr<Form> Load(const std::string& name) = 0;
   /// Every loaded window in the order of loading.
   [[nodiscard]] virtual std::vector<std::shared_ptr<Form>> Loaded() const = 0;
+  /// Width of the screen on which the program's windows stand.
+  [[nodiscard]] virtual Twips ScreenWidth() const = 0;
 };
 
 }  // namespace kivandra

@@ -14,6 +14,12 @@ namespace kivandra {
 class HtmlDocument {
  public:
   virtual ~HtmlDocument() = default;
+
+  /// Finds a text from the beginning of the page's selection on (of the page if nothing is selected), without
+  /// regard to case, inside words too and across inline tags, and puts each hit, with its own letters, on a
+  /// yellow ground: `bound` hits at the most, the last of which becomes the selection. Returns at once; the
+  /// page changes a moment later. Does nothing if the page has gone. An empty text is found nowhere.
+  virtual void PaintText(const std::string& text, int bound) = 0;
 };
 
 /// The frame of a page that an event speaks of: the page itself or a frame inside it.
@@ -103,9 +109,14 @@ class WebBrowser : public virtual PageView {
   /// The page that is shown, as the events speak of it; null if there is none to speak of.
   [[nodiscard]] virtual PageFrame* Page() { return nullptr; }
 
-  /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. Dialogs
-  /// may run events inside. Commands that the engine does not know throw PlatformError.
-  virtual void ExecWB(int command, int option) = 0;
+  /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. `value`
+  /// is the size of the letters for OLECMDID_ZOOM, 0 (smallest) to 4 (largest), 2 being the page's own; the
+  /// other commands do not look at it. Dialogs may run events inside. Commands that the engine does not know
+  /// throw PlatformError.
+  virtual void ExecWB(int command, int option, int value = 0) = 0;
+  /// Whether a command can be carried out: OLECMDF bits of docobj.h (1 supported, 2 enabled). Throws
+  /// PlatformError for a command that the engine does not know.
+  [[nodiscard]] virtual int QueryStatusWB(int command) const = 0;
   virtual void SetRegisterAsBrowser(bool value) = 0;
   /// Offers `object` to the scripts of the current and every later page under `name`; null takes it away.
   virtual void SetScriptObject(const std::string& name, ScriptObject* object) = 0;

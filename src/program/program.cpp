@@ -50,6 +50,7 @@ struct Program::Parts {
             platform.session,
             platform.sound,
             platform.keyboard,
+            platform.shell,
             platform.system,
             frameApplication,
             [this] { return frmBrowser::Create(ChildServices()); },

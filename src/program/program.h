@@ -13,6 +13,7 @@
 #include "platform/message_box.h"
 #include "platform/page_fetch.h"
 #include "platform/registry_calls.h"
+#include "platform/shell_calls.h"
 #include "platform/sound.h"
 #include "platform/system_info.h"
 
@@ -32,6 +33,7 @@ struct Platform {
   Clipboard& clipboard;
   InternetSession& session;
   KeyboardHook& keyboard;
+  ShellCalls& shell;
 };
 
 /// The whole program: makes every object once and joins them.

@@ -49,6 +49,14 @@ std::set<std::string> TypesOf(ControlKind kind) {
       return {"GtkComboBoxText"};
     case ControlKind::Button:
       return {"GtkButton"};
+    case ControlKind::Calendar:
+      return {"GtkCalendar"};
+    case ControlKind::CheckBox:
+      return {"GtkCheckButton"};
+    case ControlKind::CommonDialog:
+      return {"KvCommonDialog"};
+    case ControlKind::RichTextBox:
+      return {"GtkTextView"};
     case ControlKind::Label:
     case ControlKind::StatusBar:
       return {"GtkLabel"};
@@ -58,6 +66,7 @@ std::set<std::string> TypesOf(ControlKind kind) {
       return {"KvSkinForm"};
     case ControlKind::BarControl:
     case ControlKind::MdiClient:
+    case ControlKind::MenuBar:
     case ControlKind::PageView:
     case ControlKind::PictureBox:
     case ControlKind::WebBrowser:

@@ -48,7 +48,7 @@ TEST_F(SubMainTest, TheFirstInstanceStartsTheApplication) {
 
 TEST_F(SubMainTest, ALaterInstanceDeletesTheOldUpdateAndEndsWithoutAWord) {
   world.instance.taken = true;
-  world.files.missing = false;
+  world.files.files["/program/browser_update.exe"] = "old";
   Run();
   const std::vector<std::string> expected = {"Kill \"/program/browser_update.exe\"",
                                              "CreateMutexA \"KVDBROWSERAPP_APPLICATION_MUTEX\", owner",

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,10 +12,15 @@
 #include "fakes/journal.h"
 #include "platform/bar_control.h"
 #include "platform/button.h"
+#include "platform/calendar.h"
+#include "platform/check_box.h"
 #include "platform/combo_box.h"
+#include "platform/common_dialog.h"
 #include "platform/label.h"
+#include "platform/menu_bar.h"
 #include "platform/page_view.h"
 #include "platform/picture_box.h"
+#include "platform/rich_text_box.h"
 #include "platform/skin_form.h"
 #include "platform/status_bar.h"
 #include "platform/text_box.h"
@@ -138,13 +144,130 @@ class FakeComboBox : public FakeControl, public ComboBox {
 class FakeButton : public FakeControl, public Button {
  public:
   using FakeControl::FakeControl;
+  [[nodiscard]] std::string Caption() const override { return caption; }
+  void SetCaption(const std::string& value) override {
+    Say("Caption = " + Quoted(value));
+    caption = value;
+  }
   void OnClick(std::function<void()> handler) override { click = std::move(handler); }
   void Click() {
     if (click) {
       click();
     }
   }
+  std::string caption;
   std::function<void()> click;
+};
+
+class FakeCheckBox : public FakeControl, public CheckBox {
+ public:
+  using FakeControl::FakeControl;
+  [[nodiscard]] int Value() const override { return value; }
+  void SetValue(int newValue) override {
+    const int ticked = newValue != 0 ? 1 : 0;
+    Say("Value = " + std::to_string(ticked));
+    if (std::exchange(value, ticked) != ticked && click) {
+      click();
+    }
+  }
+  void OnClick(std::function<void()> handler) override { click = std::move(handler); }
+  /// A person ticks or clears the box.
+  void Click() {
+    value = 1 - value;
+    if (click) {
+      click();
+    }
+  }
+  int value = 0;
+  std::function<void()> click;
+};
+
+class FakeCalendar : public FakeControl, public Calendar {
+ public:
+  using FakeControl::FakeControl;
+  [[nodiscard]] int Day() const override { return day; }
+  [[nodiscard]] int Month() const override { return month; }
+  [[nodiscard]] int Year() const override { return year; }
+  void Today() override { Say("Today"); }
+  void OnClick(std::function<void()> handler) override { click = std::move(handler); }
+  /// A person chooses a day.
+  void Choose(int newDay, int newMonth, int newYear) {
+    day = newDay;
+    month = newMonth;
+    year = newYear;
+    if (click) {
+      click();
+    }
+  }
+  int day = 1;
+  int month = 1;
+  int year = 2026;
+  std::function<void()> click;
+};
+
+class FakeRichTextBox : public FakeControl, public RichTextBox {
+ public:
+  using FakeControl::FakeControl;
+  void SetText(const std::string& value, const std::vector<TextSpan>& spans) override {
+    Say("Text = " + Quoted(value));
+    text = value;
+    links = spans;
+  }
+  [[nodiscard]] std::string TextRange(const TextSpan& span) const override {
+    return text.substr(span.begin, span.end - span.begin);
+  }
+  void PrintDoc(const std::string& document) override { Say("PrintDoc " + Quoted(document)); }
+  void OnLink(std::function<void(unsigned, TextSpan)> handler) override { link = std::move(handler); }
+
+  std::string text;
+  std::vector<TextSpan> links;
+  std::function<void(unsigned, TextSpan)> link;
+};
+
+class FakeMenuBar : public FakeControl, public MenuBar {
+ public:
+  using FakeControl::FakeControl;
+  void Lay(const std::vector<MenuData>& laid) override {
+    Say("Lay");
+    menus = laid;
+  }
+  [[nodiscard]] bool Checked(const std::string& name) const override { return checked.count(name) != 0; }
+  void SetChecked(const std::string& name, bool value) override {
+    Say(name + ".Checked = " + (value ? "True" : "False"));
+    if (value) {
+      checked.insert(name);
+    } else {
+      checked.erase(name);
+    }
+  }
+  void OnClick(std::function<void(const std::string&)> handler) override { click = std::move(handler); }
+  /// A person chooses an entry.
+  void Choose(const std::string& name) const {
+    if (click) {
+      click(name);
+    }
+  }
+  std::vector<MenuData> menus;
+  std::set<std::string> checked;
+  std::function<void(const std::string&)> click;
+};
+
+/// A dialog that the test answers beforehand.
+class FakeCommonDialog : public FakeControl, public CommonDialog {
+ public:
+  using FakeControl::FakeControl;
+  void SetInitDir(const std::string& value) override { Say("InitDir = " + Quoted(value)); }
+  void SetFilter(const std::string& value) override { Say("Filter = " + Quoted(value)); }
+  void SetFilterIndex(int value) override { Say("FilterIndex = " + std::to_string(value)); }
+  void SetFlags(int value) override { Say("Flags = " + std::to_string(value)); }
+  void ShowOpen() override {
+    Say("ShowOpen");
+    fileName = answer;
+  }
+  [[nodiscard]] std::string FileName() const override { return fileName; }
+
+  std::string answer;  ///< what the person will choose; empty: cancels
+  std::string fileName;
 };
 
 class FakeLabel : public FakeControl, public Label {

@@ -28,6 +28,7 @@ class FakeForm : public Form, public std::enable_shared_from_this<FakeForm> {
   [[nodiscard]] const std::string& Name() const override { return name_; }
   [[nodiscard]] bool Loaded() const override { return loaded; }
   void SetEvents(FormEvents* receiver) override { events = receiver; }
+  [[nodiscard]] bool MDIChild() const override;
   [[nodiscard]] std::string Caption() const override { return Alive(), caption; }
   void SetCaption(const std::string& value) override {
     Say("Caption = " + Quoted(value));
@@ -70,6 +71,17 @@ class FakeForm : public Form, public std::enable_shared_from_this<FakeForm> {
   FakeTextBox& TextBoxOf(const std::string& name) { return Fetch<FakeTextBox>(name, ControlKind::TextBox); }
   FakeComboBox& ComboOf(const std::string& name) { return Fetch<FakeComboBox>(name, ControlKind::ComboBox); }
   FakeButton& ButtonOf(const std::string& name) { return Fetch<FakeButton>(name, ControlKind::Button); }
+  FakeCheckBox& CheckOf(const std::string& name) { return Fetch<FakeCheckBox>(name, ControlKind::CheckBox); }
+  FakeCalendar& CalendarOf(const std::string& name) {
+    return Fetch<FakeCalendar>(name, ControlKind::Calendar);
+  }
+  FakeMenuBar& MenusOf(const std::string& name) { return Fetch<FakeMenuBar>(name, ControlKind::MenuBar); }
+  FakeCommonDialog& DialogOf(const std::string& name) {
+    return Fetch<FakeCommonDialog>(name, ControlKind::CommonDialog);
+  }
+  FakeRichTextBox& RichTextOf(const std::string& name) {
+    return Fetch<FakeRichTextBox>(name, ControlKind::RichTextBox);
+  }
   FakeTimer& TimerOf(const std::string& name) { return Fetch<FakeTimer>(name, ControlKind::Timer); }
   FakeWebBrowser& BrowserOf(const std::string& name) {
     return Fetch<FakeWebBrowser>(name, ControlKind::WebBrowser);
@@ -155,6 +167,7 @@ class FakeForms : public Forms {
   [[nodiscard]] std::vector<std::shared_ptr<Form>> Loaded() const override {
     return {loaded_.begin(), loaded_.end()};
   }
+  [[nodiscard]] Twips ScreenWidth() const override { return 20490; }
 
   /// The form with this journal name; fails the test if it was never loaded.
   FakeForm& Of(const std::string& journalName) {
@@ -215,6 +228,8 @@ class FakeForms : public Forms {
 
 inline FakeForm::FakeForm(std::string name, std::string journalName, FakeForms& forms)
     : name_(std::move(name)), journalName_(std::move(journalName)), forms_(forms) {}
+
+inline bool FakeForm::MDIChild() const { return forms_.childForms.count(name_) != 0; }
 
 inline void FakeForm::Say(const std::string& what) const {
   Alive();
@@ -309,6 +324,15 @@ inline Control& FakeForm::FindControl(std::string_view name, ControlKind kind) {
     case ControlKind::Button:
       made = std::make_unique<FakeButton>(full, journal);
       break;
+    case ControlKind::Calendar:
+      made = std::make_unique<FakeCalendar>(full, journal);
+      break;
+    case ControlKind::CheckBox:
+      made = std::make_unique<FakeCheckBox>(full, journal);
+      break;
+    case ControlKind::CommonDialog:
+      made = std::make_unique<FakeCommonDialog>(full, journal);
+      break;
     case ControlKind::ComboBox:
       made = std::make_unique<FakeComboBox>(full, journal);
       break;
@@ -317,6 +341,12 @@ inline Control& FakeForm::FindControl(std::string_view name, ControlKind kind) {
       break;
     case ControlKind::MdiClient:
       made = std::make_unique<FakeMdiClient>(full, journal, forms_);
+      break;
+    case ControlKind::MenuBar:
+      made = std::make_unique<FakeMenuBar>(full, journal);
+      break;
+    case ControlKind::RichTextBox:
+      made = std::make_unique<FakeRichTextBox>(full, journal);
       break;
     case ControlKind::PageView:
       made = std::make_unique<FakePageView>(full, journal);

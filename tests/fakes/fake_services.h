@@ -19,6 +19,7 @@
 #include "platform/internet_session.h"
 #include "platform/message_box.h"
 #include "platform/page_fetch.h"
+#include "platform/shell_calls.h"
 #include "platform/sound.h"
 #include "platform/system_info.h"
 
@@ -205,16 +206,57 @@ class FakeSystemInfo : public SystemInfo {
   DllVersionInfo engine{6, 0};
 };
 
+/// Files in memory.
 class FakeFileCalls : public FileCalls {
  public:
   explicit FakeFileCalls(Journal& journal) : journal_(journal) {}
   void Kill(const std::string& path) override {
     journal_.Call("Kill " + Quoted(path));
-    if (missing) {
+    if (files.erase(path) == 0) {
       throw PlatformError(53, "File not found");
     }
   }
-  bool missing = true;
+  [[nodiscard]] std::string Dir(const std::string& path) const override {
+    journal_.Call("Dir " + Quoted(path));
+    return files.count(path) != 0 ? path.substr(path.rfind('/') + 1) : std::string();
+  }
+  void Name(const std::string& path, const std::string& newPath) override {
+    journal_.Call("Name " + Quoted(path) + ", " + Quoted(newPath));
+    if (files.count(path) == 0) {
+      throw PlatformError(53, "File not found");
+    }
+    if (files.count(newPath) != 0) {
+      throw PlatformError(58, "File already exists");
+    }
+    files[newPath] = files[path];
+    files.erase(path);
+  }
+  [[nodiscard]] std::string ReadFile(const std::string& path) const override {
+    journal_.Call("ReadFile " + Quoted(path));
+    const auto found = files.find(path);
+    if (found == files.end()) {
+      throw PlatformError(53, "File not found");
+    }
+    return found->second;
+  }
+  void WriteFile(const std::string& path, const std::string& bytes) override {
+    journal_.Call("WriteFile " + Quoted(path));
+    files[path] = bytes;
+  }
+
+  std::map<std::string, std::string> files;
+
+ private:
+  Journal& journal_;
+};
+
+class FakeShellCalls : public ShellCalls {
+ public:
+  explicit FakeShellCalls(Journal& journal) : journal_(journal) {}
+  void Shell(const std::string& commandLine, int windowStyle) override {
+    journal_.Call("Shell " + Quoted(commandLine) + ", " + std::to_string(windowStyle));
+  }
+  void SendKeys(const std::string& keys) override { journal_.Call("SendKeys " + Quoted(keys)); }
 
  private:
   Journal& journal_;

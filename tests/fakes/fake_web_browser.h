@@ -60,17 +60,30 @@ class FakeNavigation : public Navigation {
   std::function<void()> dropped_;
 };
 
-class FakeHtmlDocument : public HtmlDocument {};
+class FakeHtmlDocument : public HtmlDocument {
+ public:
+  FakeHtmlDocument(std::string name, Journal& journal) : name_(std::move(name)), journal_(journal) {}
+  void PaintText(const std::string& text, int bound) override {
+    journal_.Call(name_ + ".PaintText " + Quoted(text) + ", " + std::to_string(bound));
+  }
+
+ private:
+  std::string name_;
+  Journal& journal_;
+};
 
 class FakePageFrame : public PageFrame {
  public:
   FakePageFrame(std::string name, bool top, Journal& journal)
-      : name_(std::move(name)), top_(top), journal_(journal) {}
+      : document(std::make_shared<FakeHtmlDocument>(name, journal)),
+        name_(std::move(name)),
+        top_(top),
+        journal_(journal) {}
   [[nodiscard]] bool IsTopLevel() const override { return top_; }
   void ClearUnloadHandler() override { journal_.Call(name_ + ".onunload = 1"); }
   [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override { return document; }
 
-  std::shared_ptr<HtmlDocument> document = std::make_shared<FakeHtmlDocument>();
+  std::shared_ptr<HtmlDocument> document;
 
  private:
   std::string name_;
@@ -116,8 +129,13 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   [[nodiscard]] std::string LocationName() const override { return locationName; }
   [[nodiscard]] bool Busy() const override { return busy; }
   [[nodiscard]] PageFrame* Page() override { return &top; }
-  void ExecWB(int command, int option) override {
-    Say("ExecWB " + std::to_string(command) + ", " + std::to_string(option));
+  [[nodiscard]] int QueryStatusWB(int command) const override {
+    Say("QueryStatusWB " + std::to_string(command));
+    return 3;
+  }
+  void ExecWB(int command, int option, int value) override {
+    Say("ExecWB " + std::to_string(command) + ", " + std::to_string(option) +
+        (command == OLECMDID_ZOOM ? ", " + std::to_string(value) : ""));
     if (onExec) {
       onExec(command);
     }

@@ -33,6 +33,7 @@ struct FakeWorld {
   FakePageFetch inet1{journal, loop};
   FakeClipboard clipboard{journal};
   FakeInternetSession session{journal};
+  FakeShellCalls shell{journal};
 };
 
 }  // namespace kivandra::fakes

@@ -16,8 +16,8 @@ struct WholeProgram : FakeWorld {
   WholeProgram() { ResetFilterValues(); }
 
   FakeKeyboardHook keyboard{journal};
-  Program program{
-      {forms, loop, boxes, registry, instance, system, files, sound, inet1, clipboard, session, keyboard}};
+  Program program{{forms, loop, boxes, registry, instance, system, files, sound, inet1, clipboard, session,
+                   keyboard, shell}};
 
   /// A start like any but the first: the password is set, the filter is on, the first page has greeted.
   void StartAsUsual() {

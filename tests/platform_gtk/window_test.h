@@ -38,7 +38,8 @@ class EmptyBrowser : public WidgetControl, public WebBrowser {
   [[nodiscard]] std::string LocationURL() const override { return {}; }
   [[nodiscard]] std::string LocationName() const override { return {}; }
   [[nodiscard]] bool Busy() const override { return false; }
-  void ExecWB(int, int) override { Alive(); }
+  void ExecWB(int, int, int) override { Alive(); }
+  [[nodiscard]] int QueryStatusWB(int) const override { return 0; }
   void SetRegisterAsBrowser(bool) override { Alive(); }
   void SetScriptObject(const std::string&, ScriptObject*) override { Alive(); }
 };

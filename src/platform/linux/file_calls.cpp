@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/file_calls.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
+#include <string_view>
+#include <utility>
 
 #include "platform/platform_error.h"
 
@@ -29,12 +34,120 @@ long NumberOf(int error) {
   }
 }
 
+[[noreturn]] void Fail(const char* what, const std::string& path, int error) {
+  throw PlatformError(NumberOf(error), std::string(what) + path + ": " + std::strerror(error));
+}
+
+/// An open file, closed at the end of the scope.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() {
+    if (number_ >= 0) {
+      close(number_);
+    }
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  [[nodiscard]] int Number() const { return number_; }
+  [[nodiscard]] bool Close() { return close(std::exchange(number_, -1)) == 0; }
+
+ private:
+  int number_;
+};
+
+bool WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) {
+      continue;
+    }
+    if (written <= 0) {
+      return false;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+bool IsThere(const std::string& path) {
+  struct stat entry {};
+  return lstat(path.c_str(), &entry) == 0;
+}
+
 }  // namespace
 
 void LinuxFileCalls::Kill(const std::string& path) {
   if (unlink(path.c_str()) != 0) {
+    Fail("Cannot delete ", path, errno);
+  }
+}
+
+std::string LinuxFileCalls::Dir(const std::string& path) const {
+  struct stat entry {};
+  if (stat(path.c_str(), &entry) != 0 || !S_ISREG(entry.st_mode)) {
+    return {};
+  }
+  return path.substr(path.rfind('/') + 1);
+}
+
+void LinuxFileCalls::Name(const std::string& path, const std::string& newPath) {
+  // rename would take the place of a file of the new name without a word.
+  if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, newPath.c_str(), RENAME_NOREPLACE) == 0) {
+    return;
+  }
+  const int error = errno;
+  // Some file systems don't know the flag.
+  if (error != EINVAL || IsThere(newPath) || std::rename(path.c_str(), newPath.c_str()) != 0) {
+    Fail("Cannot rename ", path, error);
+  }
+}
+
+std::string LinuxFileCalls::ReadFile(const std::string& path) const {
+  // A pipe or a device in the file's place must not hold the program up.
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat entry {};
+  if (file.Number() < 0 || fstat(file.Number(), &entry) != 0) {
+    Fail("Cannot read ", path, errno);
+  }
+  if (!S_ISREG(entry.st_mode)) {
+    throw PlatformError(kPathFileAccess, "Cannot read " + path + ": it is not a file");
+  }
+  std::string bytes(static_cast<std::size_t>(entry.st_size), '\0');
+  std::size_t filled = 0;
+  while (true) {
+    if (filled == bytes.size()) {
+      bytes.resize(filled + 4096);  // the file may grow meanwhile
+    }
+    const ssize_t got = read(file.Number(), bytes.data() + filled, bytes.size() - filled);
+    if (got < 0 && errno == EINTR) {
+      continue;
+    }
+    if (got < 0) {
+      Fail("Cannot read ", path, errno);
+    }
+    if (got == 0) {
+      break;
+    }
+    filled += static_cast<std::size_t>(got);
+  }
+  bytes.resize(filled);
+  return bytes;
+}
+
+void LinuxFileCalls::WriteFile(const std::string& path, const std::string& bytes) {
+  // A new file takes the old one's place only when all of it is on the disk.
+  const std::string fresh = path + ".new";
+  Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (file.Number() < 0) {
+    Fail("Cannot write ", path, errno);
+  }
+  if (!WriteAll(file.Number(), bytes) || fsync(file.Number()) != 0 || !file.Close() ||
+      std::rename(fresh.c_str(), path.c_str()) != 0) {
     const int error = errno;
-    throw PlatformError(NumberOf(error), "Cannot delete " + path + ": " + std::strerror(error));
+    unlink(fresh.c_str());
+    Fail("Cannot write ", path, error);
   }
 }
 

@@ -10,6 +10,10 @@ namespace kivandra::linux_impl {
 class LinuxFileCalls : public FileCalls {
  public:
   void Kill(const std::string& path) override;
+  [[nodiscard]] std::string Dir(const std::string& path) const override;
+  void Name(const std::string& path, const std::string& newPath) override;
+  [[nodiscard]] std::string ReadFile(const std::string& path) const override;
+  void WriteFile(const std::string& path, const std::string& bytes) override;
 };
 
 }  // namespace kivandra::linux_impl

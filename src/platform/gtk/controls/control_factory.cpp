@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/controls/control_factory.h"
 
+#include "platform/calendar.h"
+#include "platform/check_box.h"
+#include "platform/common_dialog.h"
 #include "platform/gtk/bars/bar_view.h"
 #include "platform/gtk/controls/mdi_client_control.h"
 #include "platform/gtk/controls/page_view_control.h"
@@ -10,6 +13,8 @@
 #include "platform/gtk/controls/timer_control.h"
 #include "platform/gtk/forms/form_base.h"
 #include "platform/gtk/forms/form_loader.h"
+#include "platform/menu_bar.h"
+#include "platform/rich_text_box.h"
 
 namespace kivandra::gtk {
 namespace {
@@ -62,6 +67,12 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       break;
     case ControlKind::Button:
       control = Make<ButtonControl, Gtk::Button>(object);
+      break;
+    case ControlKind::Calendar:
+    case ControlKind::CheckBox:
+    case ControlKind::CommonDialog:
+    case ControlKind::MenuBar:
+    case ControlKind::RichTextBox:
       break;
     case ControlKind::ComboBox:
       control = Make<ComboBoxControl, Gtk::ComboBoxText>(object);
@@ -118,6 +129,16 @@ bool IsKind(Control& control, ControlKind kind) {
       return dynamic_cast<BarControl*>(&control) != nullptr;
     case ControlKind::Button:
       return dynamic_cast<Button*>(&control) != nullptr;
+    case ControlKind::Calendar:
+      return dynamic_cast<Calendar*>(&control) != nullptr;
+    case ControlKind::CheckBox:
+      return dynamic_cast<CheckBox*>(&control) != nullptr;
+    case ControlKind::CommonDialog:
+      return dynamic_cast<CommonDialog*>(&control) != nullptr;
+    case ControlKind::MenuBar:
+      return dynamic_cast<MenuBar*>(&control) != nullptr;
+    case ControlKind::RichTextBox:
+      return dynamic_cast<RichTextBox*>(&control) != nullptr;
     case ControlKind::ComboBox:
       return dynamic_cast<ComboBox*>(&control) != nullptr;
     case ControlKind::Label:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/controls/plain_controls.h"
 
+#include "platform/gtk/captions.h"
 #include "platform/gtk/guard.h"
 #include "platform/gtk/utf8_text.h"
 
@@ -8,6 +9,14 @@ namespace kivandra::gtk {
 
 ButtonControl::ButtonControl(Gtk::Button& button) : WidgetControl(button) {
   button.signal_clicked().connect([this] { Raise(click_); });
+}
+
+std::string ButtonControl::Caption() const {
+  return CaptionOf(dynamic_cast<Gtk::Button&>(Widget()).get_label());
+}
+
+void ButtonControl::SetCaption(const std::string& caption) {
+  dynamic_cast<Gtk::Button&>(Widget()).set_label(MnemonicOf(caption));
 }
 
 void ButtonControl::OnClick(std::function<void()> handler) { Alive(), click_ = std::move(handler); }

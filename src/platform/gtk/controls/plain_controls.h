@@ -13,6 +13,8 @@ class ButtonControl : public WidgetControl, public Button {
  public:
   explicit ButtonControl(Gtk::Button& button);
 
+  [[nodiscard]] std::string Caption() const override;
+  void SetCaption(const std::string& caption) override;
   void OnClick(std::function<void()> handler) override;
   void LetGo() override;
 

@@ -13,6 +13,7 @@ class ChildForm : public FormBase, public MdiChild::Owner {
             MdiArea& area);
   ~ChildForm() override;
 
+  [[nodiscard]] bool MDIChild() const override { return true; }
   [[nodiscard]] bool Visible() const override;
   void SetVisible(bool visible) override;
   void ShowModal() override;

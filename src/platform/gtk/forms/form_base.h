@@ -26,6 +26,7 @@ class FormBase : public Form, public std::enable_shared_from_this<FormBase> {
   ~FormBase() override;
 
   [[nodiscard]] const std::string& Name() const override { return name_; }
+  [[nodiscard]] bool MDIChild() const override { return false; }
   [[nodiscard]] bool Loaded() const override { return loaded_; }
   void SetEvents(FormEvents* events) override;
   [[nodiscard]] std::string Caption() const override;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/gtk/controls/skin_sheet.h"
+#include "platform/gtk/controls/widget_control.h"
 #include "platform/gtk/forms/child_form.h"
 #include "platform/gtk/forms/frame_size.h"
 #include "platform/gtk/forms/top_form.h"
@@ -99,6 +100,19 @@ void FormLoader::MakeFrame(TopForm& form, Gtk::Box& place) {
 }
 
 std::vector<std::shared_ptr<Form>> FormLoader::Loaded() const { return {loaded_.begin(), loaded_.end()}; }
+
+Twips FormLoader::ScreenWidth() const {
+  const auto display = Gdk::Display::get_default();
+  const auto monitor = display != nullptr && display->get_monitors()->get_n_items() > 0
+                           ? std::dynamic_pointer_cast<Gdk::Monitor>(display->get_monitors()->get_object(0))
+                           : nullptr;
+  if (!monitor) {
+    throw PlatformError(kObjectNotSet, "there is no screen");
+  }
+  Gdk::Rectangle area;
+  monitor->get_geometry(area);
+  return area.get_width() * kTwipsPerPixel;
+}
 
 std::vector<std::shared_ptr<FormBase>> FormLoader::Children() const {
   std::vector<std::shared_ptr<FormBase>> children;

@@ -30,6 +30,7 @@ class FormLoader : public Forms {
 
   std::shared_ptr<Form> Load(const std::string& name) override;
   [[nodiscard]] std::vector<std::shared_ptr<Form>> Loaded() const override;
+  [[nodiscard]] Twips ScreenWidth() const override;
 
   // For the forms and their controls.
   [[nodiscard]] const std::string& AssetsDirectory() const { return assets_; }

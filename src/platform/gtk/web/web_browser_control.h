@@ -30,7 +30,8 @@ class WebBrowserControl final : public WebBrowser, public WidgetControl {
   [[nodiscard]] std::string LocationName() const override { return Alive()->Title(); }
   [[nodiscard]] bool Busy() const override { return Alive()->Busy(); }
   [[nodiscard]] PageFrame* Page() override { return Alive()->Page(); }
-  void ExecWB(int command, int option) override { Alive()->ExecWB(command, option); }
+  void ExecWB(int command, int option, int value) override { Alive()->ExecWB(command, option, value); }
+  [[nodiscard]] int QueryStatusWB(int command) const override { return Alive()->QueryStatusWB(command); }
   void SetRegisterAsBrowser(bool /*value*/) override {
     (void)Alive();
   }  // every view can be the target of a window

@@ -191,13 +191,18 @@ void BrowserView::Stop() {
   if (view_ != nullptr) webkit_web_view_stop_loading(view_);
 }
 
-void BrowserView::ExecWB(int command, int option) {
+void BrowserView::ExecWB(int command, int option, int value) {
   RequireView();
   if (command == OLECMDID_UPDATECOMMANDS) {
     Later([this] { TellHistory(); });
     return;
   }
-  ExecuteCommand(view_, command, option);
+  ExecuteCommand(view_, command, option, value);
+}
+
+int BrowserView::QueryStatusWB(int command) const {
+  RequireView();
+  return CommandStatus(command);
 }
 
 void BrowserView::SetFocus() {

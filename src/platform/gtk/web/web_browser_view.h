@@ -37,7 +37,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void GoInHistory(int steps);
   void Refresh();
   void Stop();
-  void ExecWB(int command, int option);
+  void ExecWB(int command, int option, int value);
+  [[nodiscard]] int QueryStatusWB(int command) const;
   void SetFocus();
   void SetScriptObject(const std::string& name, ScriptObject* object);
 

@@ -46,6 +46,11 @@ std::string ElementText(JSCValue* array, guint index) {
   return result;
 }
 
+class WebDocument final : public HtmlDocument {
+ public:
+  void PaintText(const std::string& /*text*/, int /*bound*/) override {}
+};
+
 /// A frame inside a page, for the length of one event.
 class InnerFrame final : public PageFrame {
  public:
@@ -54,7 +59,7 @@ class InnerFrame final : public PageFrame {
   [[nodiscard]] bool IsTopLevel() const override { return false; }
   void ClearUnloadHandler() override { clearUnload_ = true; }
   [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override {
-    return isHtml_ ? std::make_shared<HtmlDocument>() : nullptr;
+    return isHtml_ ? std::make_shared<WebDocument>() : nullptr;
   }
   [[nodiscard]] bool ClearsUnload() const { return clearUnload_; }
 
@@ -74,7 +79,7 @@ std::shared_ptr<HtmlDocument> TopFrame::Document() {
   WebKitWebResource* resource = webkit_web_view_get_main_resource(view_);
   WebKitURIResponse* response = resource != nullptr ? webkit_web_resource_get_response(resource) : nullptr;
   const char* type = response != nullptr ? webkit_uri_response_get_mime_type(response) : nullptr;
-  return type != nullptr && IsHtmlType(type) ? std::make_shared<HtmlDocument>() : nullptr;
+  return type != nullptr && IsHtmlType(type) ? std::make_shared<WebDocument>() : nullptr;
 }
 
 void FrameReporter::Start(Receiver* receiver) {
