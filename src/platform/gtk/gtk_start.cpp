@@ -4,6 +4,7 @@
 #include <gtkmm.h>
 #include <gtkmm/init.h>
 
+#include "platform/gtk/controls/common_dialog.h"
 #include "platform/gtk/controls/picture.h"
 #include "platform/gtk/controls/skin_control.h"
 #include "platform/gtk/controls/skin_sheet.h"
@@ -43,6 +44,7 @@ bool StartToolkit(const std::string& assets) {
   RegisterPictureType(assets);
   RegisterTimerType();
   RegisterSkinType();
+  RegisterCommonDialogType();
 
   auto theme = Gtk::IconTheme::get_for_display(Gdk::Display::get_default());
   theme->add_search_path(assets + "/icons");

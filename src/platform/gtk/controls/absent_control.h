@@ -24,6 +24,7 @@ class AbsentControl : public virtual Control {
   virtual void LetGo() { gone_ = true; }
 
  protected:
+  [[nodiscard]] bool Gone() const { return gone_; }
   void Alive() const {
     if (gone_) {
       throw PlatformError(kObjectNotSet, "the control's window is gone");

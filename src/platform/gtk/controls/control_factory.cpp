@@ -5,6 +5,7 @@
 #include "platform/check_box.h"
 #include "platform/common_dialog.h"
 #include "platform/gtk/bars/bar_view.h"
+#include "platform/gtk/controls/common_dialog.h"
 #include "platform/gtk/controls/mdi_client_control.h"
 #include "platform/gtk/controls/page_view_control.h"
 #include "platform/gtk/controls/plain_controls.h"
@@ -70,9 +71,13 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       break;
     case ControlKind::Calendar:
     case ControlKind::CheckBox:
-    case ControlKind::CommonDialog:
     case ControlKind::MenuBar:
     case ControlKind::RichTextBox:
+      break;
+    case ControlKind::CommonDialog:
+      if (IsCommonDialog(object)) {
+        control = std::make_unique<CommonDialogControl>(form.Dress());
+      }
       break;
     case ControlKind::ComboBox:
       control = Make<ComboBoxControl, Gtk::ComboBoxText>(object);
