@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/gtk/web/find_bar.h"
 #include "platform/gtk/web/web_address.h"
 #include "platform/gtk/web/web_commands.h"
 #include "platform/gtk/web/web_settings.h"
@@ -43,6 +44,16 @@ bool MayShow(WebKitResponsePolicyDecision* decision) {
   return !attachment;
 }
 
+/// Whether the place is the frame's banner.
+bool IsBanner(const Gtk::Widget& place) {
+  for (const Gtk::Widget* each = &place; each != nullptr; each = each->get_parent()) {
+    if (each->has_css_class("kv-banner")) return true;
+  }
+  return false;
+}
+
+gboolean NoMenu() { return TRUE; }
+
 WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
   // The engine drops the connection when it doesn't trust the site, and at times it hears of that before it
   // hears of the reason. A load that the program or the page gave up ends in the engine's own kind of error.
@@ -55,6 +66,7 @@ WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
 
 std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener) {
   std::shared_ptr<BrowserView> view(new BrowserView(engine, opener));
+  view->banner_ = IsBanner(place);
   view->Start();
   if (opener == nullptr) {
     view->PutInto(place);
@@ -77,8 +89,9 @@ BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
       frames_(std::make_shared<FrameReporter>(scripts_)),
       scriptObject_(std::make_shared<ScriptObjectHost>(scripts_, view_)),
       resources_(std::make_shared<ResourceWatch>([this] { EndFrameLoadsSoon(); })),
-      drops_(std::make_shared<LinkDrops>(
-          [this](const std::string& address) { Later([this, address] { Navigate(address); }); })),
+      drops_(std::make_shared<LinkDrops>([this](const std::string& address) {
+        if (!banner_) Later([this, address] { Navigate(address); });
+      })),
       shown_(opener == nullptr) {}
 
 BrowserView::~BrowserView() {
@@ -91,6 +104,11 @@ void BrowserView::Start() {
   scriptObject_->Start();
   resources_->Start(view_);
   drops_->Start(view_);
+  if (banner_) {
+    g_signal_connect(view_, "context-menu", G_CALLBACK(NoMenu), nullptr);
+  } else {
+    OfferFindBar(view_);
+  }
   RefuseExtras(view_);
   signals_.Connect<&BrowserView::OnDecidePolicy>(view_, "decide-policy", this);
   signals_.Connect<&BrowserView::OnLoadChanged>(view_, "load-changed", this);
@@ -213,6 +231,11 @@ void BrowserView::SetFocus() {
 void BrowserView::SetScriptObject(const std::string& name, ScriptObject* object) {
   RequireView();
   scriptObject_->Set(name, object);
+}
+
+void BrowserView::ShowImages(bool shown) {
+  if (view_ == nullptr || banner_) return;
+  webkit_settings_set_auto_load_images(webkit_web_view_get_settings(view_), shown ? TRUE : FALSE);
 }
 
 std::string BrowserView::Title() const {

@@ -25,6 +25,10 @@ namespace kivandra::gtk {
 class BrowserView final : public std::enable_shared_from_this<BrowserView>, private FrameReporter::Receiver {
  public:
   /// A view inside `place`. `opener` is the view whose page asked for this one, or null.
+  ///
+  /// In a place that is dressed as the banner (class "kv-banner" on it or around it) the view is part of the
+  /// frame: it has no menu of its own, nothing can be dragged onto it, nobody searches in it, and it always
+  /// shows its pictures.
   static std::shared_ptr<BrowserView> Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener);
   ~BrowserView() override;
 
@@ -41,6 +45,9 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   [[nodiscard]] int QueryStatusWB(int command) const;
   void SetFocus();
   void SetScriptObject(const std::string& name, ScriptObject* object);
+
+  /// Whether the next page shows its pictures. Does nothing once the view is gone.
+  void ShowImages(bool shown);
 
   [[nodiscard]] std::string Address() const { return address_; }
   [[nodiscard]] std::string Title() const;
@@ -127,6 +134,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   bool ownPage_ = false;     // the load that runs shows a page of the program in place of the one that failed
   bool downloading_ = false;   // DownloadBegin was told, DownloadComplete not yet
   bool endingFrames_ = false;  // a look at whether frames have stopped loading is on its way
+  bool banner_ = false;        // the view is a part of the frame
   bool shown_;                 // the window of a page's script has been shown
   bool judgingArrival_ = false;
   std::optional<std::string> nextArrival_;  // where the page went while its last step was being judged

@@ -15,11 +15,21 @@ std::unique_ptr<WebBrowser> WebEngine::MakeBrowser(Gtk::Box& place) {
   WebKitWebView* opener = request_ != nullptr ? std::exchange(request_->opener_, nullptr) : nullptr;
   const auto view = BrowserView::Make(*this, place, opener);
   if (opener != nullptr) request_->made_ = view;
+  view->ShowImages(imagesShown_);
+  std::erase_if(views_, [](const auto& each) { return each.expired(); });
+  views_.push_back(view);
   return std::make_unique<WebBrowserControl>(place, view);
 }
 
 std::unique_ptr<PageView> WebEngine::MakePageView(Gtk::Box& place) {
   return std::make_unique<WebPageView>(*this, place);
+}
+
+void WebEngine::SetImagesShown(bool shown) {
+  imagesShown_ = shown;
+  for (const auto& each : views_) {
+    if (const auto view = each.lock()) view->ShowImages(shown);
+  }
 }
 
 WebEngine::WindowRequest::WindowRequest(WebEngine& engine, WebKitWebView* opener)

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/gtk/engine_factory.h"
 #include "platform/gtk/web/web_pages.h"
@@ -33,6 +34,11 @@ class WebEngine final : public EngineFactory {
   void SetHome(std::function<std::string()> home) { home_ = std::move(home); }
   [[nodiscard]] std::string Home() const { return home_ ? home_() : std::string(); }
 
+  /// Whether pages show their pictures; they do at first. Holds at once for every browser that stands and for
+  /// each that is made later, from its next page on. The program's own pictures and pages don't ask.
+  void SetImagesShown(bool shown);
+  [[nodiscard]] bool ImagesShown() const { return imagesShown_; }
+
   /// While it stands, the first control that is made is tied to the page that asks for a new window, as the
   /// engine demands.
   class WindowRequest {
@@ -58,6 +64,8 @@ class WebEngine final : public EngineFactory {
   WebPages pages_;
   std::function<std::string()> home_;
   WindowRequest* request_ = nullptr;
+  bool imagesShown_ = true;
+  std::vector<std::weak_ptr<BrowserView>> views_;
 };
 
 /// Makes the surroundings safe for the engine. To be called before the toolkit and the engine start, while
