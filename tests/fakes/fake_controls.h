@@ -92,6 +92,9 @@ class FakeTextBox : public FakeControl, public TextBox {
     Say("Text = " + Quoted(value));
     text = value;
   }
+  void SetBackColor(SystemColor color) override {
+    Say(std::string("BackColor = ") + (color == SystemColor::Window ? "Window" : "Disabled"));
+  }
   void OnKeyDown(KeyHandler handler) override { keyDown = std::move(handler); }
   bool Press(int keyCode) { return keyDown && keyDown(keyCode); }
 

@@ -30,6 +30,15 @@ std::string TextBoxControl::Text() const { return Alive(), text_.Get(); }
 
 void TextBoxControl::SetText(const std::string& text) { Alive(), text_.Set(text); }
 
+void TextBoxControl::SetBackColor(SystemColor color) {
+  Alive();
+  if (color == SystemColor::Disabled) {
+    Widget().add_css_class("kv-disabled-ground");
+  } else {
+    Widget().remove_css_class("kv-disabled-ground");
+  }
+}
+
 void TextBoxControl::OnKeyDown(KeyHandler handler) { Alive(), keys_.SetHandler(std::move(handler)); }
 
 void TextBoxControl::LetGo() {

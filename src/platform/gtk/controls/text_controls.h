@@ -16,6 +16,7 @@ class TextBoxControl : public WidgetControl, public TextBox {
 
   [[nodiscard]] std::string Text() const override;
   void SetText(const std::string& text) override;
+  void SetBackColor(SystemColor color) override;
   void OnKeyDown(KeyHandler handler) override;
   void LetGo() override;
 
