@@ -8,20 +8,12 @@
 #include "filter/filter_values.h"
 #include "frame/domain_lists.h"
 #include "frame/frm_main.h"
-#include "hosts.h"
+#include "frame/site_page.h"
 #include "platform/skin_form.h"
 #include "platform/timer.h"
 #include "support/attempt.h"
 
 namespace kivandra {
-
-namespace {
-
-std::string SitePage(std::string_view path) {
-  return "http://" + std::string(hosts::kProductSite) + std::string(path);
-}
-
-}  // namespace
 
 void frmMain::MDIForm_Load() {
   // 1.
@@ -36,7 +28,7 @@ void frmMain::MDIForm_Load() {
   // 4.
   PlayProgramSound(services_.registry, services_.sound, services_.system, "welcome.wav");
   // 5.
-  Banner().Navigate(SitePage("/banners/banner1.html"));
+  brwBanner().Navigate(SitePage("/banners/banner1.html"));
   // 6.
   WebBrowser2().Navigate(ProgramFile(services_.system, "smile.gif"));
   // 7.
@@ -48,7 +40,7 @@ void frmMain::MDIForm_Load() {
   // 10.
   LoadDomainLists(services_.registry, services_.events, services_.system.ProgramFileName());
   // 11. kept on purpose: the same banner page again.
-  Banner().Navigate(SitePage("/banners/banner1.html"));
+  brwBanner().Navigate(SitePage("/banners/banner1.html"));
   // 12.
   Window().SetCaption("Kivandra 1.45");
   // 13.

@@ -65,6 +65,7 @@ void frmMain::ReleaseToolsAndCloseWindows() {
 
 void frmMain::Form_Unload() {
   Keyboard.reset();
+  attempt([&] { brwBanner().SetEvents(nullptr); });
   if (form_) {
     form_->SetEvents(nullptr);
   }

@@ -4,18 +4,20 @@
 #include <algorithm>
 #include <utility>
 
+#include "frame/banner.h"
 #include "frame/bars.h"
-#include "platform/platform_error.h"
-#include "platform/skin_form.h"
+#include "frame/menus.h"
 #include "platform/timer.h"
 #include "support/attempt.h"
 
 namespace kivandra {
 
-frmMain::frmMain(FrameServices services) : services_(std::move(services)) {}
+frmMain::frmMain(FrameServices services)
+    : services_(std::move(services)), banner_(std::make_unique<Banner>(*this)) {}
 
 frmMain::~frmMain() {
   if (form_ && form_->Loaded()) {
+    attempt([&] { brwBanner().SetEvents(nullptr); });
     form_->SetEvents(nullptr);
   }
 }
@@ -31,7 +33,7 @@ void frmMain::Load() {
     MDIForm_Load();
   } catch (const PlatformError& error) {
     FillFilterIfEmpty();
-    services_.boxes.MsgBox(std::to_string(error.Number()) + " - " + error.what());
+    TellError(error);
   }
 }
 
@@ -41,13 +43,12 @@ void frmMain::WireControls() {
   // running.
   TimerOf("StartUp").OnTimer([disable] { disable("StartUp"); });
   TimerOf("CloseMe").OnTimer([disable] { disable("CloseMe"); });
-  TimerOf("timerTips").OnTimer([this, disable] {
-    attempt([&] {
-      if (services_.showTip) {
-        services_.showTip();
-      }
-    });
-    disable("timerTips");
+  TimerOf("timerTips").OnTimer([this] { timerTips_Timer(); });
+  TimerOf("Refreshtimer").OnTimer([this] { Refreshtimer_Timer(); });
+  brwBanner().SetEvents(banner_.get());
+  attempt([&] {
+    Menu().Lay(MenuTree());
+    Menu().OnClick([this](const std::string& name) { Menu_Click(name); });
   });
   BonusBar().Lay(BonusBarData());
   BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
@@ -72,11 +73,13 @@ Form& frmMain::Window() const {
   return *form_;
 }
 
+MenuBar& frmMain::Menu() const { return Window().Get<MenuBar>("Menu"); }
 BarControl& frmMain::BonusBar() const { return Window().Get<BarControl>("BonusBar"); }
 ComboBox& frmMain::TheAddress() const { return Window().Get<ComboBox>("TheAddress"); }
 StatusBar& frmMain::Status() const { return Window().Get<StatusBar>("Status"); }
 PageView& frmMain::WebBrowser2() const { return Window().Get<PageView>("WebBrowser2"); }
-PageView& frmMain::Banner() const { return Window().Get<PageView>("brwBanner"); }
+WebBrowser& frmMain::brwBanner() const { return Window().Get<WebBrowser>("brwBanner"); }
+CommonDialog& frmMain::CommonDialog1() const { return Window().Get<CommonDialog>("CommonDialog1"); }
 MdiClient& frmMain::MDIClient() const { return Window().Get<MdiClient>("MDIClient"); }
 Timer& frmMain::TimerOf(const char* name) const { return Window().Get<Timer>(name); }
 
@@ -89,13 +92,15 @@ std::shared_ptr<frmBrowser> frmMain::ActiveForm() const {
   return child == children_.end() ? nullptr : *child;
 }
 
-frmBrowser& frmMain::ActiveChild() const {
-  const auto child = ActiveForm();
+std::shared_ptr<frmBrowser> frmMain::HeldChild() const {
+  auto child = ActiveForm();
   if (!child) {
     throw PlatformError(kObjectNotSet, "Object variable not set");
   }
-  return *child;
+  return child;
 }
+
+frmBrowser& frmMain::ActiveChild() const { return *HeldChild(); }
 
 std::shared_ptr<frmBrowser> frmMain::NewChild() {
   auto child = services_.makeChild();
@@ -107,10 +112,6 @@ void frmMain::ChildUnloaded(const frmBrowser& child) {
   children_.erase(std::remove_if(children_.begin(), children_.end(),
                                  [&child](const auto& each) { return each.get() == &child; }),
                   children_.end());
-}
-
-void frmMain::ApplySkin(const std::string& path) {
-  attempt([&] { Window().Get<SkinForm>("SkinForm1").SetSkinFile(path); });
 }
 
 }  // namespace kivandra

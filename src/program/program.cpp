@@ -51,11 +51,15 @@ struct Program::Parts {
             platform.sound,
             platform.keyboard,
             platform.shell,
+            platform.files,
             platform.system,
             frameApplication,
             [this] { return frmBrowser::Create(ChildServices()); },
             /* the update check */ {},
-            /* the tip of the day */ {}};
+            [this] { password.Show(); },
+            /* the favourites: open, add, organize */ {},
+            {},
+            {}};
   }
 
   Platform platform;

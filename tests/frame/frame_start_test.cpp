@@ -29,6 +29,7 @@ struct FrameStartTest : testing::Test {
 TEST_F(FrameStartTest, GoesThroughItsStepsInTheirOrder) {
   const std::vector<std::string> expected = {
       "Load frmMain",
+      "frmMain.Menu.Lay",
       "frmMain.BonusBar.Lay",
       "frmMain.BonusBar.SideBar.Visible = False",
       "Install hook",
@@ -38,10 +39,12 @@ TEST_F(FrameStartTest, GoesThroughItsStepsInTheirOrder) {
       "frmMain.BonusBar.MainBar.LogoBox.Custom = frmMain.Logo",
       "sndPlaySoundA \"/program/welcome.wav\", 3",
       "frmMain.brwBanner.Navigate \"" + kBannerPage + "\"",
+      "allow " + kBannerPage,
       "frmMain.WebBrowser2.Navigate \"/program/smile.gif\"",
       "frmMain.SkinForm1.Property14 = 1",
       "frmMain.SkinForm1.SkinFile = \"/program/winaqua.skn\"",
       "frmMain.brwBanner.Navigate \"" + kBannerPage + "\"",
+      "allow " + kBannerPage,
       "frmMain.Caption = \"Kivandra 1.45\"",
       "Load frmBrowser",
   };
