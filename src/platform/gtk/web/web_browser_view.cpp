@@ -151,6 +151,7 @@ void BrowserView::Close() {
   resources_->Cut();
   drops_->Cut();
   desk_.DropAll();
+  page_.End();
   WebKitWebView* view = std::exchange(view_, nullptr);
   webkit_web_view_stop_loading(view);
   g_object_unref(view);
@@ -321,6 +322,7 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
 
 void BrowserView::LoadCommitted() {
   committed_ = true;
+  page_.Renew();
   address_ = EngineAddress();
   title_.clear();
   toldTitle_.clear();
@@ -389,6 +391,7 @@ void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason
   const std::string address = address_;
   desk_.DropEngineQuestions();
   resources_->Forget();
+  page_.Renew();
   loading_ = false;
   completing_ = false;
   TellDownloadComplete();

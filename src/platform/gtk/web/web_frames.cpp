@@ -46,7 +46,9 @@ std::string ElementText(JSCValue* array, guint index) {
   return result;
 }
 
-class WebDocument final : public HtmlDocument {
+/// The document of a frame inside a page. The engine runs the program's scripts on request in the page itself
+/// alone, so nothing is painted here.
+class InnerDocument final : public HtmlDocument {
  public:
   void PaintText(const std::string& /*text*/, int /*bound*/) override {}
 };
@@ -59,7 +61,7 @@ class InnerFrame final : public PageFrame {
   [[nodiscard]] bool IsTopLevel() const override { return false; }
   void ClearUnloadHandler() override { clearUnload_ = true; }
   [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override {
-    return isHtml_ ? std::make_shared<WebDocument>() : nullptr;
+    return isHtml_ ? std::make_shared<InnerDocument>() : nullptr;
   }
   [[nodiscard]] bool ClearsUnload() const { return clearUnload_; }
 
@@ -79,7 +81,7 @@ std::shared_ptr<HtmlDocument> TopFrame::Document() {
   WebKitWebResource* resource = webkit_web_view_get_main_resource(view_);
   WebKitURIResponse* response = resource != nullptr ? webkit_web_resource_get_response(resource) : nullptr;
   const char* type = response != nullptr ? webkit_uri_response_get_mime_type(response) : nullptr;
-  return type != nullptr && IsHtmlType(type) ? std::make_shared<WebDocument>() : nullptr;
+  return type != nullptr && IsHtmlType(type) ? std::make_shared<WebDocument>(page_) : nullptr;
 }
 
 void FrameReporter::Start(Receiver* receiver) {

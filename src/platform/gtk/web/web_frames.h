@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/gtk/web/web_document.h"
 #include "platform/gtk/web/web_signals.h"
 #include "platform/web_browser.h"
 
@@ -17,14 +18,20 @@ inline constexpr char kOwnWorld[] = "kivandra";
 /// The page itself as an event speaks of it.
 class TopFrame final : public PageFrame {
  public:
-  explicit TopFrame(WebKitWebView* view) : view_(view) {}
+  explicit TopFrame(WebKitWebView* view) : view_(view), page_(std::make_shared<PageLife>(PageLife{view})) {}
 
   [[nodiscard]] bool IsTopLevel() const override { return true; }
   void ClearUnloadHandler() override;
   [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override;
 
+  /// Another page stands now: whoever kept the document of the one before holds an empty one.
+  void Renew() { page_ = std::make_shared<PageLife>(PageLife{view_}); }
+  /// No page stands any more.
+  void End() { page_.reset(); }
+
  private:
   WebKitWebView* view_;  // not owned; the frame lies beside it
+  std::shared_ptr<PageLife> page_;
 };
 
 /// Reports what happens to the frames inside a page, by a script of its own in each of them.
