@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "core/variant.h"
+#include "platform/platform_error.h"
 #include "platform/registry_calls.h"
 
 namespace kivandra {
@@ -72,8 +74,8 @@ class cRegistry {
   static constexpr long kNoIcon = -1;
 
   /// Writes the entries of a class of files and of its extension (without the dot), each under both roots of
-  /// classes. An empty verb text gets its default. ClassKey is HKEY_LOCAL_MACHINE afterwards, ValueType 1,
-  /// ValueKey empty.
+  /// classes; a write that fails does not keep the others back, and is raised at the end. An empty verb text
+  /// gets its default. ClassKey is HKEY_LOCAL_MACHINE afterwards, ValueType 1, ValueKey empty.
   void CreateEXEAssociation(const std::string& programPath, const std::string& className,
                             const std::string& classDescription, const std::string& extension,
                             const std::string& openVerb = {}, bool supportPrint = false,
@@ -84,7 +86,9 @@ class cRegistry {
   void CreateAdditionalEXEAssociations(const std::string& sClassName, const std::vector<Variant>& vItems);
 
  private:
-  void RunAssociation(const std::string& text);
+  /// What went wrong first in a run of writes that go on after a failure.
+  using FirstFailure = std::optional<PlatformError>;
+  void RunAssociation(const std::string& text, FirstFailure& failure);
   std::string ExpandEnvStr(const std::string& text);
   /// The code of writing `value`; raises for a type 3 value that is not bytes.
   long Write(HKEY key, const Variant& value);

@@ -20,18 +20,21 @@ std::string InQuotationMarks(const std::string& path) {
 
 /// Writes the value under both roots at which classes can be found. kept on purpose: both are the same key,
 /// and ClassKey stays HKEY_LOCAL_MACHINE.
-void cRegistry::RunAssociation(const std::string& text) {
+void cRegistry::RunAssociation(const std::string& text, FirstFailure& failure) {
+  const auto write = [&] {
+    try {
+      SetValue(text);
+    } catch (const PlatformError& error) {
+      if (!failure) {
+        failure = error;
+      }
+    }
+  };
   classKey_ = HKEY_CLASSES_ROOT;
-  SetValue(text);
+  write();
   classKey_ = HKEY_LOCAL_MACHINE;
-  const std::string section = sectionKey_;
-  sectionKey_ = "SOFTWARE\\Classes\\" + section;
-  try {
-    SetValue(text);
-  } catch (const PlatformError&) {
-    sectionKey_ = section;
-    throw;
-  }
+  const std::string section = std::exchange(sectionKey_, "SOFTWARE\\Classes\\" + sectionKey_);
+  write();
   sectionKey_ = section;
 }
 
@@ -43,9 +46,10 @@ void cRegistry::CreateEXEAssociation(const std::string& programPath, const std::
                                      const std::string& installVerb, long iconIndex) {
   valueType_ = REG_SZ;
   valueKey_.clear();
-  const auto write = [this](const std::string& section, const std::string& text) {
+  FirstFailure failure;
+  const auto write = [&](const std::string& section, const std::string& text) {
     sectionKey_ = section;
-    RunAssociation(text);
+    RunAssociation(text, failure);
   };
   // 1.
   const std::string path = InQuotationMarks(programPath);
@@ -75,6 +79,9 @@ void cRegistry::CreateEXEAssociation(const std::string& programPath, const std::
   if (iconIndex != kNoIcon) {
     write(className + "\\DefaultIcon", path + "," + std::to_string(iconIndex));
   }
+  if (failure) {
+    throw PlatformError(*failure);
+  }
 }
 
 void cRegistry::CreateAdditionalEXEAssociations(const std::string& sClassName,
@@ -91,12 +98,16 @@ void cRegistry::CreateAdditionalEXEAssociations(const std::string& sClassName,
   }
   valueType_ = REG_SZ;
   valueKey_.clear();
+  FirstFailure failure;
   for (std::size_t item = 0; item < vItems.size(); item += kTriple) {
     const std::string verb = sClassName + "\\shell\\" + TextOf(vItems[item]);
     sectionKey_ = verb;
-    RunAssociation(TextOf(vItems[item + 1]));
+    RunAssociation(TextOf(vItems[item + 1]), failure);
     sectionKey_ = verb + "\\command";
-    RunAssociation(TextOf(vItems[item + 2]));
+    RunAssociation(TextOf(vItems[item + 2]), failure);
+  }
+  if (failure) {
+    throw PlatformError(*failure);
   }
 }
 

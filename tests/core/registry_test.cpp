@@ -459,10 +459,17 @@ TEST_F(CRegistryClasses, EveryEntryIsWrittenUnderBothRoots) {
                                                      "Write  = \"p\" \"%1\"", "Write  = \"p\" \"%1\""}));
 }
 
-TEST_F(CRegistryClasses, AFailedEntryLeavesTheSectionAsItWas) {
-  tree_.failAt = 5;
-  EXPECT_THROW(registry_.CreateEXEAssociation("p", "Doc", "d", "doc"), PlatformError);
-  EXPECT_EQ(registry_.SectionKey(), ".doc");
+TEST_F(CRegistryClasses, AFailedEntryIsRaisedWhenTheOthersStand) {
+  fakes::Journal journal;
+  MemoryRegistry tree(&journal);
+  cRegistry registry(tree);
+  for (journal.failAt = 1; journal.failAt <= 8; ++journal.failAt) {
+    journal.calls = 0;
+    journal.Clear();
+    EXPECT_THROW(registry.CreateEXEAssociation("p", "Doc", "d", "doc"), PlatformError) << journal.failAt;
+    EXPECT_EQ(journal.With("Write").size(), 8U) << journal.failAt;
+    EXPECT_EQ(registry.SectionKey(), "Doc\\shell\\open\\command") << "put back after a failure too";
+  }
 }
 
 TEST_F(CRegistryClasses, AddsVerbsToAClass) {

@@ -14,6 +14,7 @@
 #include "fakes/fake_event_loop.h"
 #include "fakes/journal.h"
 #include "platform/clipboard.h"
+#include "platform/default_application.h"
 #include "platform/file_calls.h"
 #include "platform/instance_calls.h"
 #include "platform/internet_session.h"
@@ -257,6 +258,15 @@ class FakeShellCalls : public ShellCalls {
     journal_.Call("Shell " + Quoted(commandLine) + ", " + std::to_string(windowStyle));
   }
   void SendKeys(const std::string& keys) override { journal_.Call("SendKeys " + Quoted(keys)); }
+
+ private:
+  Journal& journal_;
+};
+
+class FakeDefaultApplication : public DefaultApplication {
+ public:
+  explicit FakeDefaultApplication(Journal& journal) : journal_(journal) {}
+  void Register() override { journal_.Call("Register"); }
 
  private:
   Journal& journal_;
