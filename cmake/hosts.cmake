@@ -16,35 +16,45 @@ set(KIVANDRA_FORWARDER_SITE "" CACHE STRING "Host and port of the forwarders; em
 set(KIVANDRA_SUPPORT_ADDRESS "support@kivandra.localhost" CACHE STRING "The maker's mail address, shown in the box of a failed start")
 
 # --- Search services: host, with a port if need be ---------------------------------------------------------------
-set(KIVANDRA_ENGLISH_QUESTION_HOST "" CACHE STRING "English question service; empty: the forwarders")
-set(KIVANDRA_SPANISH_QUESTION_HOST "" CACHE STRING "Spanish question service; empty: the forwarders")
+# A service that answers at the program's path keeps its host. Each other one stands empty: then the host is one of
+# the forwarders, whose table (site/forwarders.tsv) leads on to a service that answers today and suits children.
+set(KIVANDRA_ENGLISH_QUESTION_HOST "" CACHE STRING
+    "English question service, gone; empty: the forwarder to the encyclopedia in plain English")
+set(KIVANDRA_SPANISH_QUESTION_HOST "" CACHE STRING
+    "Spanish question service, gone; empty: the forwarder to the children's encyclopedia in Spanish")
 set(KIVANDRA_WORD_SEARCH_HOST "www.google.com" CACHE STRING "Word search of the address box")
 set(KIVANDRA_HOT_KEY_SEARCH_HOST "search.yahoo.com" CACHE STRING "Search of the F12 key")
 set(KIVANDRA_SEARCH_HOME_HOST "www.google.com" CACHE STRING "The search page that the gate lets pass without a page scan")
 set(KIVANDRA_WEB_SEARCH_HOST "www.google.com" CACHE STRING "Web search, and search inside one site")
 set(KIVANDRA_GROUPS_SEARCH_HOST "www.google.com" CACHE STRING "Search of user groups")
 set(KIVANDRA_IMAGE_SEARCH_HOST "www.google.com" CACHE STRING "Search for pictures")
-set(KIVANDRA_YAHOO_QUOTES_HOST "" CACHE STRING "First stock quotes; empty: the forwarders")
-set(KIVANDRA_MSN_QUOTES_HOST "" CACHE STRING "Second stock quotes; empty: the forwarders")
-set(KIVANDRA_DICTIONARY_HOST "" CACHE STRING "Dictionary; empty: the forwarders")
+set(KIVANDRA_YAHOO_QUOTES_HOST "" CACHE STRING
+    "First stock quotes, no longer at that path; empty: the forwarder to the same service's page of a symbol")
+set(KIVANDRA_MSN_QUOTES_HOST "" CACHE STRING
+    "Second stock quotes, gone; empty: the forwarder to another quote page that takes a symbol in its address")
+set(KIVANDRA_DICTIONARY_HOST "" CACHE STRING "Dictionary, gone; empty: the forwarder to the dictionary in plain English")
 
 # --- Sites behind the tools and menus: host, with a port if need be ------------------------------------------------
 set(KIVANDRA_MATH_HOST "" CACHE STRING "Mathematics practice; empty: the program's own pages")
 set(KIVANDRA_LANGUAGE_HOST "" CACHE STRING "Languages for children; empty: the program's own pages")
 set(KIVANDRA_SCIENCE_HOST "" CACHE STRING "Science; empty: the program's own pages")
 set(KIVANDRA_SOCIAL_STUDIES_HOST "" CACHE STRING "Social studies; empty: the program's own pages")
-set(KIVANDRA_YAHOOLIGANS_HOST "kids.kiddle.co" CACHE STRING "Directory for children, in the place of one that is gone")
-set(KIVANDRA_HOMEWORK_HOST "www.factmonster.com" CACHE STRING "Homework help")
-set(KIVANDRA_BERITS_HOST "www.kidsites.com" CACHE STRING "Directory of children's sites; also the site of the month")
-set(KIVANDRA_SHREK_HOST "www.dreamworks.com" CACHE STRING "Film site")
+set(KIVANDRA_YAHOOLIGANS_HOST "" CACHE STRING
+    "Directory for children, gone; empty: the forwarders to a search page for children and, for news, to a children's news page")
+set(KIVANDRA_HOMEWORK_HOST "kids.britannica.com" CACHE STRING "Homework help: a children's encyclopedia with help for school")
+set(KIVANDRA_BERITS_HOST "www.kidzsearch.com" CACHE STRING
+    "Directory of children's sites, gone: a search page and encyclopedia for children; also the site of the month")
+set(KIVANDRA_SHREK_HOST "www.dreamworks.com" CACHE STRING "Film site, gone: the site of the film's makers")
 set(KIVANDRA_BARNEY_HOST "www.barney.com" CACHE STRING "Barney")
 set(KIVANDRA_DISNEY_HOST "www.disney.com" CACHE STRING "Disney")
 set(KIVANDRA_SESAME_STREET_HOST "www.sesamestreet.org" CACHE STRING "Sesame Street")
 set(KIVANDRA_TELEVISION_WORKSHOP_HOST "www.sesameworkshop.org" CACHE STRING "Children's Television Workshop, by its name of today")
-set(KIVANDRA_4KIDS_HOST "www.4kids.org" CACHE STRING "4Kids")
-set(KIVANDRA_FAMILY_INTERNET_HOST "www.familyinternet.com" CACHE STRING "Family Internet")
+set(KIVANDRA_4KIDS_HOST "www.ducksters.com" CACHE STRING "Pages for children by school subject, in the place of a list that is gone")
+set(KIVANDRA_FAMILY_INTERNET_HOST "www.commonsensemedia.org" CACHE STRING
+    "Advice on the internet for families, in the place of a site that is gone; one of the gate's trusted sites")
 set(KIVANDRA_WORLD_LINGO_HOST "www.worldlingo.com" CACHE STRING "Translation")
-set(KIVANDRA_SYSTRAN_HOST "www.systransoft.com" CACHE STRING "Translation")
+set(KIVANDRA_SYSTRAN_HOST "" CACHE STRING
+    "Translation, no longer at that path; empty: the forwarder to the same maker's translator of today")
 
 # --- The gate's five trusted substrings --------------------------------------------------------------------------
 # Pieces of host names that the gate looks for anywhere in an address; the third is KIVANDRA_PRODUCT_DOMAIN.
@@ -84,8 +94,11 @@ endfunction()
 
 kivandra_host_or(KIVANDRA_PRODUCT_SITE "${KIVANDRA_PRODUCT_DOMAIN}:${KIVANDRA_SITE_PORT}" productSite)
 kivandra_host_or(KIVANDRA_FORWARDER_SITE "${KIVANDRA_FORWARDER_DOMAIN}:${KIVANDRA_SITE_PORT}" forwarderSite)
-kivandra_host_or(KIVANDRA_ENGLISH_QUESTION_HOST "${forwarderSite}" englishQuestionHost)
-kivandra_host_or(KIVANDRA_SPANISH_QUESTION_HOST "${forwarderSite}" spanishQuestionHost)
+# Two services have the same path and one has a root: their names tell them apart.
+kivandra_host_or(KIVANDRA_ENGLISH_QUESTION_HOST "english.${forwarderSite}" englishQuestionHost)
+kivandra_host_or(KIVANDRA_SPANISH_QUESTION_HOST "spanish.${forwarderSite}" spanishQuestionHost)
+kivandra_host_or(KIVANDRA_YAHOOLIGANS_HOST "children.${forwarderSite}" yahooligansHost)
+kivandra_host_or(KIVANDRA_SYSTRAN_HOST "${forwarderSite}" systranHost)
 kivandra_host_or(KIVANDRA_YAHOO_QUOTES_HOST "${forwarderSite}" yahooQuotesHost)
 kivandra_host_or(KIVANDRA_MSN_QUOTES_HOST "${forwarderSite}" msnQuotesHost)
 kivandra_host_or(KIVANDRA_DICTIONARY_HOST "${forwarderSite}" dictionaryHost)

@@ -62,10 +62,13 @@ class SiteServerTest : public testing::Test {
     folder_.Write("site/BrowserVer.dat", "1.4.5");
     folder_.Write("site/support.asp", "<% as it is %>\r\n");
     folder_.Write("site/math/index.html", "<p>math</p>");
+    folder_.Write("site/math/add.html", "<p>add</p>");
+    folder_.Write("site/site.css", "p{}");
     folder_.Write("site/tips/default.htm", "<p>tip</p>");
     folder_.Write("site/img/a b.svg", "<svg/>");
     folder_.Write("site/.hidden/key", "hidden");
-    folder_.Write("site/forwarders.tsv", "/main/ask.asp\task\thttps://answers.example/?q=\n");
+    folder_.Write("site/forwarders.tsv",
+                  "*\t/main/ask.asp\task\thttps://answers.example/?q=\nnews\t/\t-\thttps://news.example/\n");
     folder_.Write("secret.html", "secret");
     std::filesystem::create_symlink(folder_.Path("secret.html"), folder_.Path("site/link.html"));
     server_ = std::make_unique<SiteServer>(
@@ -215,6 +218,67 @@ TEST_F(SiteServerTest, ASearchIsForwardedToTheServiceInTheTable) {
   EXPECT_THAT(Ask("/main/ask.asp?ask=why%20is%20the%20sky%20blue&origin=0"),
               AllOf(StartsWith("HTTP/1.1 302"),
                     HasSubstr("Location: https://answers.example/?q=why%20is%20the%20sky%20blue\r\n")));
+}
+
+TEST_F(SiteServerTest, ASubjectsHostServesItsFolderAndSharesTheRest) {
+  const std::string host = "math.kivandra.localhost:" + std::to_string(server_->Port());
+  EXPECT_THAT(Ask("/", "GET", host), AllOf(StartsWith("HTTP/1.1 200"), EndsWith("<p>math</p>")));
+  for (const char* path : {"/add.html", "/math/add.html"}) {
+    EXPECT_THAT(Ask(path, "GET", host), EndsWith("<p>add</p>")) << path;
+  }
+  EXPECT_THAT(Ask("/site.css", "GET", host), EndsWith("p{}"));
+  EXPECT_THAT(Ask("/img/a%20b.svg", "GET", host), EndsWith("<svg/>"));
+  EXPECT_THAT(Ask("/index.html", "GET", host), EndsWith("<p>home</p>"));
+  EXPECT_THAT(Ask("/none.html", "GET", host), AllOf(StartsWith("HTTP/1.1 404"), EndsWith("<p>not here</p>")));
+  EXPECT_THAT(Ask("/", "GET", "MATH.kivandra.localhost"), EndsWith("<p>math</p>"));
+}
+
+TEST_F(SiteServerTest, AnUnknownLabelHasNoPages) {
+  for (const char* host : {"chess.kivandra.localhost", "img.kivandra.localhost", "tips.kivandra.localhost"}) {
+    for (const char* path : {"/", "/index.html", "/tips/default.htm", "/support.asp", "/math"}) {
+      EXPECT_THAT(Ask(path, "GET", host), AllOf(Not(StartsWith("HTTP/1.1 200")), Not(HasSubstr("home"))))
+          << host << path;
+    }
+    EXPECT_THAT(Ask("/", "GET", host), StartsWith("HTTP/1.1 404")) << host;
+  }
+}
+
+TEST_F(SiteServerTest, ALabelLeadsToNoOtherFolder) {
+  for (const char* host :
+       {"..kivandra.localhost", ".kivandra.localhost", "%2e%2e.kivandra.localhost",
+        "a.math.kivandra.localhost", "math/...kivandra.localhost", "..%2f.kivandra.localhost",
+        "math kivandra.localhost", "math..kivandra.localhost", ".hidden.kivandra.localhost"}) {
+    EXPECT_THAT(Ask("/", "GET", host), AllOf(Not(HasSubstr("HTTP/1.1 200")), Not(HasSubstr("hidden")),
+                                             Not(HasSubstr("\r\n\r\nsecret"))))
+        << host;
+  }
+  const std::string host = "math.kivandra.localhost";
+  for (const char* path : {"/../secret.html", "/%2e%2e/secret.html", "/%2e%2e/%2e%2e/secret.html",
+                           "//secret.html", "/.hidden/key", "/../.hidden/key", "/..%2findex.html"}) {
+    EXPECT_THAT(Ask(path, "GET", host), AllOf(Not(HasSubstr("HTTP/1.1 200")), Not(HasSubstr("hidden")),
+                                              Not(HasSubstr("\r\n\r\nsecret"))))
+        << path;
+  }
+}
+
+TEST_F(SiteServerTest, AForwarderMayHaveAHostOfItsOwn) {
+  EXPECT_THAT(Ask("/", "GET", "news.answers.localhost"),
+              AllOf(StartsWith("HTTP/1.1 302"), HasSubstr("Location: https://news.example/\r\n")));
+  EXPECT_THAT(Ask("/", "GET", "answers.localhost"), EndsWith("<p>home</p>"));
+}
+
+TEST_F(SiteServerTest, ASearchCanWriteNoHeader) {
+  const std::string answer = Ask("/main/ask.asp?ask=a%0D%0ASet-Cookie:x=1%0d%0a%0d%0a<b>");
+  EXPECT_THAT(
+      answer,
+      HasSubstr("Location: https://answers.example/?q=a%0D%0ASet-Cookie%3Ax%3D1%0D%0A%0D%0A%3Cb%3E\r\n"));
+  EXPECT_THAT(answer, Not(HasSubstr("\nSet-Cookie")));
+}
+
+TEST_F(SiteServerTest, ASearchOfTenThousandCharactersIsForwarded) {
+  const std::string answer = Ask("/main/ask.asp?ask=" + std::string(10'000, 'a'));
+  EXPECT_THAT(answer, HasSubstr("Location: https://answers.example/?q=" + std::string(300, 'a') + "\r\n"));
+  EXPECT_THAT(Ask("/"), EndsWith("<p>home</p>"));
 }
 
 TEST_F(SiteServerTest, APortThatAnotherProgramHasIsAReasonInWords) {

@@ -16,6 +16,21 @@ std::string_view CutOff(std::string_view& text, char separator) {
   return part;
 }
 
+/// The first `limit` bytes at most, without a part of a UTF-8 character at the end.
+std::string_view CutAtCharacter(std::string_view text, std::size_t limit) {
+  if (text.size() <= limit) {
+    return text;
+  }
+  const auto continues = [&](std::size_t at) {
+    return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+  };
+  std::size_t end = limit;
+  while (end > 0 && continues(end)) {
+    --end;
+  }
+  return text.substr(0, end);
+}
+
 /// The value of `key`, decoded as browsers encode a form: "+" is a blank.
 std::string ValueOf(std::string_view query, std::string_view key) {
   while (!query.empty()) {
@@ -42,18 +57,21 @@ SearchForwarders::SearchForwarders(const std::string& file) {
     if (rest.starts_with('#')) {
       continue;
     }
+    const std::string_view service = CutOff(rest, '\t');
     const std::string_view path = CutOff(rest, '\t');
     const std::string_view key = CutOff(rest, '\t');
-    if (path.starts_with('/') && !key.empty() && rest.starts_with("https://")) {
-      rows_.push_back({std::string(path), std::string(key), std::string(rest)});
+    if (!service.empty() && path.starts_with('/') && !key.empty() && rest.starts_with("https://")) {
+      rows_.push_back({std::string(service), std::string(path), std::string(key), std::string(rest)});
     }
   }
 }
 
-std::optional<std::string> SearchForwarders::Forward(std::string_view path, std::string_view query) const {
+std::optional<std::string> SearchForwarders::Forward(std::string_view service, std::string_view path,
+                                                     std::string_view query) const {
   for (const Row& row : rows_) {
-    if (row.path == path) {
-      return row.address + PercentEncode(ValueOf(query, row.key));
+    if (row.path == path && (row.service == service || row.service == "*")) {
+      const std::string text = ValueOf(query, row.key);
+      return row.key == "-" ? row.address : row.address + PercentEncode(CutAtCharacter(text, kLongestText));
     }
   }
   return std::nullopt;

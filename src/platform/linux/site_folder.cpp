@@ -17,6 +17,9 @@ constexpr std::string_view kHtml = "text/html; charset=utf-8";
 constexpr std::string_view kFolderPage = "index.html";
 constexpr std::string_view kMissingPage = "/404.html";
 
+/// The folder of a label, nothing for the site itself.
+std::string Below(std::string_view label) { return label.empty() ? "" : "/" + std::string(label); }
+
 bool Hidden(const std::filesystem::path& path) { return path.filename().string().starts_with('.'); }
 
 }  // namespace
@@ -74,21 +77,31 @@ std::optional<SiteAnswer> SiteFolder::Read(const std::string& path) const {
       200, {}, std::string(ContentTypeOf(path)), std::string{std::istreambuf_iterator<char>(stream), {}}};
 }
 
-SiteAnswer SiteFolder::Answer(std::string_view path) const {
+SiteAnswer SiteFolder::Missing() const {
+  SiteAnswer missing =
+      Read(std::string(kMissingPage))
+          .value_or(SiteAnswer{404, {}, std::string(kHtml), "<p>This page is not here.</p>\n"});
+  missing.status = 404;
+  return missing;
+}
+
+SiteAnswer SiteFolder::Answer(std::string_view label, std::string_view path) const {
   const std::string asked = PercentDecode(path);
+  // The root is told apart before its page's name is joined, so that this name still leads home.
   const std::string wanted = asked.ends_with('/') ? asked + std::string(kFolderPage) : asked;
-  if (std::optional<SiteAnswer> page = Read(wanted)) {
+  const bool known = label.empty() || files_.contains(Below(label) + "/" + std::string(kFolderPage));
+  if (!known && ContentTypeOf(wanted) == kHtml) {
+    return Missing();
+  }
+  const std::string file = asked == "/" || !files_.contains(wanted) ? Below(label) + wanted : wanted;
+  if (std::optional<SiteAnswer> page = Read(file)) {
     return *std::move(page);
   }
   if (files_.contains(asked + "/" + std::string(kFolderPage))) {
     // The path goes back as it came, so that no decoded character gets into a header.
     return {301, std::string(path) + "/", std::string(kHtml), {}};
   }
-  SiteAnswer missing =
-      Read(std::string(kMissingPage))
-          .value_or(SiteAnswer{404, {}, std::string(kHtml), "<p>This page is not here.</p>\n"});
-  missing.status = 404;
-  return missing;
+  return Missing();
 }
 
 }  // namespace kivandra::linux_impl

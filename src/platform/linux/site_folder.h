@@ -26,11 +26,17 @@ class SiteFolder {
   /// The answer to the path of a request, as it came (percent-encoded, with the leading slash): a file byte
   /// for byte, `index.html` for a folder, a redirect for a folder without its closing slash, and for all else
   /// 404 with the site's page `404.html`.
-  [[nodiscard]] SiteAnswer Answer(std::string_view path) const;
+  [[nodiscard]] SiteAnswer Answer(std::string_view path) const { return Answer({}, path); }
+  /// The answer of the part of the site that has a host of its own: `label` is the first label of that host
+  /// and the name of a folder. Its root is that folder's page. What the whole site has comes next (so that
+  /// links, style and pictures are the same everywhere), then what the folder has. For a label without such
+  /// a folder every page is missing.
+  [[nodiscard]] SiteAnswer Answer(std::string_view label, std::string_view path) const;
   [[nodiscard]] bool Empty() const { return files_.empty(); }
 
  private:
   [[nodiscard]] std::optional<SiteAnswer> Read(const std::string& path) const;
+  [[nodiscard]] SiteAnswer Missing() const;
 
   std::map<std::string, std::string, std::less<>> files_;  ///< path in the site to path on the disk
 };

@@ -3,7 +3,6 @@
 
 #include <libsoup/soup.h>
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -16,11 +15,32 @@ namespace {
 
 /// Neither the pages nor anything that they name may come from elsewhere.
 constexpr const char* kOwnContentOnly =
-    "default-src 'none'; img-src 'self'; style-src 'self' 'unsafe-inline'; base-uri 'none'; form-action "
-    "'self'";
+    "default-src 'none'; img-src 'self'; style-src 'self' 'unsafe-inline'; script-src 'self'; base-uri "
+    "'none'; "
+    "form-action 'self'";
 
 bool SameHost(std::string_view left, std::string_view right) {
   return left.size() == right.size() && g_ascii_strncasecmp(left.data(), right.data(), left.size()) == 0;
+}
+
+/// The one label before `domain` in `host`, in lower case; empty if the two are the same, and nothing if
+/// `host` is no such name.
+std::optional<std::string> LabelBefore(std::string_view host, std::string_view domain) {
+  if (SameHost(host, domain)) {
+    return std::string{};
+  }
+  if (host.size() < domain.size() + 2 || !SameHost(host.substr(host.size() - domain.size()), domain) ||
+      host[host.size() - domain.size() - 1] != '.') {
+    return std::nullopt;
+  }
+  std::string label(host.substr(0, host.size() - domain.size() - 1));
+  for (char& c : label) {
+    c = g_ascii_tolower(c);
+    if (g_ascii_isalnum(c) == FALSE && c != '-') {
+      return std::nullopt;
+    }
+  }
+  return label;
 }
 
 }  // namespace
@@ -102,24 +122,37 @@ class SiteServer::Listener {
     static_cast<const Listener*>(self)->Answer(message, path);
   }
 
-  /// Whether the request names one of our hosts, in its Host header and, if it has a whole address, there
-  /// too.
-  [[nodiscard]] bool IsOurs(SoupServerMessage* message) const {
+  /// The label before one of our hosts in a name that may end with our port, or nothing.
+  [[nodiscard]] std::optional<std::string> LabelOf(std::string_view name) const {
+    const std::string port = ":" + std::to_string(port_);
+    if (name.ends_with(port)) {
+      name.remove_suffix(port.size());
+    }
+    for (const std::string& host : hosts_) {
+      if (const auto label = LabelBefore(name, host)) {
+        return label;
+      }
+    }
+    return std::nullopt;
+  }
+
+  /// The label that the request names in its Host header and, if it has a whole address, there too; nothing
+  /// if it is not for one of our hosts.
+  [[nodiscard]] std::optional<std::string> LabelOf(SoupServerMessage* message) const {
     const char* header =
         soup_message_headers_get_one(soup_server_message_get_request_headers(message), "Host");
     const char* address = g_uri_get_host(soup_server_message_get_uri(message));
     if (header == nullptr || address == nullptr) {
-      return false;
+      return std::nullopt;
     }
-    return std::any_of(hosts_.begin(), hosts_.end(), [&](const std::string& host) {
-      return SameHost(address, host) &&
-             (SameHost(header, host) || SameHost(header, host + ":" + std::to_string(port_)));
-    });
+    const auto label = LabelOf(std::string_view(header));
+    return label == LabelOf(std::string_view(address)) ? label : std::nullopt;
   }
 
   void Answer(SoupServerMessage* message, const char* path) const {
     SoupMessageHeaders* headers = soup_server_message_get_response_headers(message);
-    if (!IsOurs(message)) {
+    const auto label = LabelOf(message);
+    if (!label) {
       Refuse(message, SOUP_STATUS_MISDIRECTED_REQUEST);
       return;
     }
@@ -130,12 +163,12 @@ class SiteServer::Listener {
       return;
     }
     const char* query = g_uri_get_query(soup_server_message_get_uri(message));
-    if (const auto address = forwarders_.Forward(path, query == nullptr ? "" : query)) {
+    if (const auto address = forwarders_.Forward(*label, path, query == nullptr ? "" : query)) {
       soup_message_headers_replace(headers, "Cache-Control", "no-store");
       soup_server_message_set_redirect(message, SOUP_STATUS_FOUND, address->c_str());
       return;
     }
-    const SiteAnswer answer = site_.Answer(path);
+    const SiteAnswer answer = site_.Answer(*label, path);
     soup_message_headers_replace(headers, "Cache-Control", "no-cache");
     soup_message_headers_replace(headers, "X-Content-Type-Options", "nosniff");
     soup_message_headers_replace(headers, "Content-Security-Policy", kOwnContentOnly);

@@ -9,7 +9,8 @@ namespace kivandra::linux_impl {
 
 /// Serves the folder of the shipped site, and its search forwarders (`forwarders.tsv` in it), on this
 /// machine's own addresses 127.0.0.1 and ::1, from the event loop of the thread that made it. It answers GET
-/// and HEAD for its hosts alone: a page of another site whose name was pointed at this machine gets nothing.
+/// and HEAD for its hosts alone, with at most one label before them: a page of another site whose name was
+/// pointed at this machine gets nothing. The label chooses a folder of the site, or a row of the forwarders.
 class SiteServer {
  public:
   /// `hosts` are names without a port.
