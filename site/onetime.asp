@@ -23,13 +23,13 @@
 <a class="more" href="/">Let’s start</a></div>
 <div class="card sun"><h2><img src="/img/key.svg" alt="">For the grown-up</h2>
 <ul>
+<li>Your password opens the Parental Options Menu, in the menu Tools. Write it down and keep it safe: there is no second one.</li>
 <li>The filter is on. It looks at every page before the page is shown.</li>
-<li>Your password opens the Parental Options Menu, in the menu Tools.</li>
-<li>There you choose the home page, the words and addresses to refuse or allow, and whether visited pages are recorded.</li>
-</ul></div>
+<li>There you also choose the home page, the words and addresses to refuse or allow, and whether visited pages are recorded.</li>
+</ul>
+</div>
 <div class="card wide"><h2><img src="/img/shield.svg" alt="">What the filter cannot do</h2>
-<p>It reads words. It does not see what is in a picture or a film, and it does not read what a page writes later on. No filter replaces you: sit beside your child now and then.</p>
-<a class="more" href="/help/#grown-ups">More for grown-ups</a></div>
+<p>It reads words. It does not see what is in a picture or a film, and it does not read what a page writes later on. No filter replaces you: sit beside your child now and then.</p><a class="more" href="/help/parents.html">More for grown-ups</a></div>
 </section>
 <p class="foot"><a href="/help/">How to use Kivandra</a><a href="/tips/default.htm">Tips</a><a href="/support.asp">Support</a></p>
 </main>
