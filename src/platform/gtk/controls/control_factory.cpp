@@ -14,6 +14,7 @@
 #include "platform/gtk/controls/timer_control.h"
 #include "platform/gtk/forms/form_base.h"
 #include "platform/gtk/forms/form_loader.h"
+#include "platform/gtk/menus/menu_bar_control.h"
 #include "platform/menu_bar.h"
 #include "platform/rich_text_box.h"
 
@@ -71,7 +72,6 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       break;
     case ControlKind::Calendar:
     case ControlKind::CheckBox:
-    case ControlKind::MenuBar:
     case ControlKind::RichTextBox:
       break;
     case ControlKind::CommonDialog:
@@ -88,6 +88,11 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
     case ControlKind::MdiClient:
       if (auto* place = As<Gtk::Box>(object); place != nullptr && loader.Area() != nullptr) {
         control = std::make_unique<MdiClientControl>(*place, *loader.Area());
+      }
+      break;
+    case ControlKind::MenuBar:
+      if (auto* place = As<Gtk::Box>(object)) {
+        control = std::make_unique<MenuBarControl>(*place);
       }
       break;
     case ControlKind::PageView:
