@@ -89,10 +89,6 @@ SiteAnswer SiteFolder::Answer(std::string_view label, std::string_view path) con
   const std::string asked = PercentDecode(path);
   // The root is told apart before its page's name is joined, so that this name still leads home.
   const std::string wanted = asked.ends_with('/') ? asked + std::string(kFolderPage) : asked;
-  const bool known = label.empty() || files_.contains(Below(label) + "/" + std::string(kFolderPage));
-  if (!known && ContentTypeOf(wanted) == kHtml) {
-    return Missing();
-  }
   const std::string file = asked == "/" || !files_.contains(wanted) ? Below(label) + wanted : wanted;
   if (std::optional<SiteAnswer> page = Read(file)) {
     return *std::move(page);

@@ -28,9 +28,9 @@ class SiteFolder {
   /// 404 with the site's page `404.html`.
   [[nodiscard]] SiteAnswer Answer(std::string_view path) const { return Answer({}, path); }
   /// The answer of the part of the site that has a host of its own: `label` is the first label of that host
-  /// and the name of a folder. Its root is that folder's page. What the whole site has comes next (so that
-  /// links, style and pictures are the same everywhere), then what the folder has. For a label without such
-  /// a folder every page is missing.
+  /// and the name of a folder. Its root is that folder's page, missing if there is no such folder. What the
+  /// whole site has comes next (so that links, the way home, style and pictures are the same everywhere),
+  /// then what the folder has.
   [[nodiscard]] SiteAnswer Answer(std::string_view label, std::string_view path) const;
   [[nodiscard]] bool Empty() const { return files_.empty(); }
 
