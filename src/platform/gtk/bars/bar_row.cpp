@@ -31,6 +31,7 @@ BarRow::BarRow() {
   g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_TOOLBAR, nullptr);
   add_css_class("kv-bar");
   set_overflow(Gtk::Overflow::HIDDEN);
+  property_root().signal_changed().connect([this] { WatchFocus(); });
   signal_destroy().connect([this] {
     items_.clear();
     while (Gtk::Widget* child = get_first_child()) {
@@ -39,7 +40,39 @@ BarRow::BarRow() {
   });
 }
 
-BarRow::~BarRow() { idle_.disconnect(); }
+BarRow::~BarRow() {
+  idle_.disconnect();
+  focus_.disconnect();
+}
+
+void BarRow::WatchFocus() {
+  focus_.disconnect();
+  if (auto* window = dynamic_cast<Gtk::Window*>(get_root())) {
+    focus_ =
+        window->property_focus_widget().signal_changed().connect([this, window] { ShowFocused(*window); });
+  }
+}
+
+void BarRow::ShowFocused(Gtk::Window& window) {
+  Gtk::Widget* focus = window.get_focus();
+  const int width = get_width();
+  if (focus == nullptr || width <= 0 || !focus->is_ancestor(*this)) {
+    return;
+  }
+  const auto spans = Spread(width);
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    if (focus != items_[i].widget && !focus->is_ancestor(*items_[i].widget)) {
+      continue;
+    }
+    const int right = spans[i].x + spans[i].width;
+    // The left edge comes last: of a tool that is wider than the bar the beginning is shown.
+    const int offset = std::min(std::max(offset_, right - width + kGap), std::max(0, spans[i].x - kGap));
+    if (offset != offset_) {
+      offset_ = offset;
+      queue_allocate();
+    }
+  }
+}
 
 void BarRow::Append(Gtk::Widget& tool, Role role) {
   tool.insert_at_end(*this);
@@ -140,6 +173,9 @@ void BarRow::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minim
 
 void BarRow::size_allocate_vfunc(int width, int height, int) {
   const auto spans = Spread(width);
+  const int whole = spans.empty() ? 0 : spans.back().x + spans.back().width;
+  offset_ = std::clamp(offset_, 0, std::max(0, whole - width + kGap));
+  offset_ = whole <= width ? 0 : offset_;
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Gtk::Widget& widget = *items_[i].widget;
     if (!widget.get_visible()) {
@@ -155,11 +191,11 @@ void BarRow::size_allocate_vfunc(int width, int height, int) {
     int baseline = -1;
     widget.measure(Gtk::Orientation::HORIZONTAL, -1, least, natural, baseline, baseline);
     const int itemHeight = fills ? height : std::min(height, HeightOf(items_[i], spans[i].width));
-    widget.size_allocate(
-        Gtk::Allocation(spans[i].x, (height - itemHeight) / 2, std::max(least, spans[i].width), itemHeight),
-        -1);
+    widget.size_allocate(Gtk::Allocation(spans[i].x - offset_, (height - itemHeight) / 2,
+                                         std::max(least, spans[i].width), itemHeight),
+                         -1);
     if (items_[i].role == Role::Stretch) {
-      WatchWords(spans[i].width - std::max(0, spans.back().x + spans.back().width - width));
+      WatchWords(spans[i].width - std::max(0, whole - width));
     }
   }
 }

@@ -10,7 +10,8 @@ namespace kivandra::gtk {
 
 /// One bar of the frame: tools in a row, each as wide as it wants, but for the stretchy ones. It fills any
 /// width: the spacer takes what is over; where room is scarce the banner shrinks, and goes when it gets too
-/// small to read.
+/// small to read. A bar that is too narrow even so ends at the right edge, and moves to show the tool that
+/// has the keyboard.
 class BarRow : public Gtk::Widget {
  public:
   enum class Role {
@@ -43,6 +44,8 @@ class BarRow : public Gtk::Widget {
   void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
                      int& minimumBaseline, int& naturalBaseline) const override;
   void size_allocate_vfunc(int width, int height, int baseline) override;
+  void WatchFocus();
+  void ShowFocused(Gtk::Window& window);
   [[nodiscard]] std::vector<Span> Spread(int width) const;
   [[nodiscard]] int HeightOf(const Item& item, int width) const;
   void WatchWords(int stretched);
@@ -51,7 +54,9 @@ class BarRow : public Gtk::Widget {
   std::function<void(bool)> compact_;
   bool isCompact_ = false;
   int wordsWidth_ = 0;  // what the words took when they were dropped
+  int offset_ = 0;      // pixels that are hidden to the left
   sigc::connection idle_;
+  sigc::connection focus_;
 };
 
 }  // namespace kivandra::gtk

@@ -1,47 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/gtk/bars/bar_view.h"
-#include "platform/gtk/controls/picture.h"
-#include "platform/gtk/guard.h"
+#include "platform/gtk/bars/bar_tool.h"
+
+#include "platform/gtk/bars/tool_face.h"
+#include "platform/gtk/captions.h"
+#include "platform/gtk/controls/widget_control.h"
 #include "platform/gtk/utf8_text.h"
 
 namespace kivandra::gtk {
 namespace {
 
-constexpr int kPictureAbove = 32;
-constexpr int kPictureBeside = 24;
+constexpr int kBannerWidth = 887;
+constexpr int kSpacerWidth = 12;
 
-/// "&Back" as the toolkit writes it: "_Back".
-Glib::ustring Mnemonic(const std::string& caption) {
-  std::string marked;
-  for (const char letter : caption) {
-    marked += letter == '_' ? "__" : letter == '&' ? "_" : std::string(1, letter);
-  }
-  return ValidText(marked);
-}
-
-std::string Plain(const std::string& caption) {
-  std::string plain = caption;
-  std::erase(plain, '&');
-  return plain;
-}
-
-/// What a picture without words is called: the words of its file's name, "061-go.svg" is "Go".
-std::string WordsOf(const std::string& file) {
-  std::string words = file.substr(file.find_last_of('/') + 1);
-  words = words.substr(words.find('-') + 1);
-  words = words.substr(0, words.find('.'));
-  bool begins = true;
-  for (char& letter : words) {
-    letter = letter == '-' ? ' ' : begins ? g_ascii_toupper(letter) : letter;
-    begins = letter == ' ';
-  }
-  return words;
-}
-
-void SetAccessibleName(Gtk::Widget& widget, const std::string& name) {
-  gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                 ValidText(name).c_str(), -1);
-}
+int Pixels(Twips width) { return static_cast<int>(std::clamp<Twips>(width / kTwipsPerPixel, 0, G_MAXINT16)); }
 
 void TakeOut(GtkWidget* widget) {
   GtkWidget* parent = gtk_widget_get_parent(widget);
@@ -52,9 +23,43 @@ void TakeOut(GtkWidget* widget) {
   }
 }
 
+/// The part of a hosted list box that opens its list has no name of its own.
+void NameListButton(GtkWidget* widget) {
+  for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (GTK_IS_TOGGLE_BUTTON(child)) {
+      gtk_accessible_update_property(GTK_ACCESSIBLE(child), GTK_ACCESSIBLE_PROPERTY_LABEL, "Show list", -1);
+    }
+    NameListButton(child);
+  }
+}
+
 }  // namespace
 
-void ToolView::Draw(BarRow& row) {
+ToolView::~ToolView() { LetGo(); }
+
+void ToolView::LetGo() {
+  host_ = nullptr;
+  focus_.disconnect();
+  rest_.disconnect();
+  widget_ = nullptr;
+  word_ = nullptr;
+  entry_ = nullptr;
+  chevron_ = nullptr;
+  row_ = nullptr;
+  if (hosted_ != nullptr) {
+    g_object_unref(std::exchange(hosted_, nullptr));
+  }
+}
+
+ToolHost& ToolView::Host() const {
+  if (host_ == nullptr) {
+    throw PlatformError(kObjectNotSet, "the window of the tool " + data_.name + " is gone");
+  }
+  return *host_;
+}
+
+void ToolView::DrawInRow(BarRow& row) {
   row_ = &row;
   switch (data_.kind) {
     case ToolKind::Button:
@@ -64,101 +69,114 @@ void ToolView::Draw(BarRow& row) {
       widget_ = MakeEdit();
       break;
     case ToolKind::Separator:
-      widget_ = Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::VERTICAL);
+      widget_ = NewLine({}, Gtk::Orientation::VERTICAL);
       break;
     case ToolKind::Spacer:
+      widget_ = Gtk::make_managed<Gtk::Box>();
+      widget_->set_size_request(data_.width > 0 ? Pixels(data_.width) : kSpacerWidth, -1);
+      break;
     case ToolKind::Hosted:
       widget_ = Gtk::make_managed<Gtk::Box>();
+      widget_->set_visible(false);  // nothing to show yet
       break;
   }
   widget_->set_sensitive(data_.enabled);
   row.Append(*widget_, BarRow::Role::Fixed);
-  if (data_.kind == ToolKind::Hosted) {
-    widget_->set_visible(false);  // nothing to show yet
-  }
 }
 
 Gtk::Widget* ToolView::DrawTile() {
-  if (data_.kind != ToolKind::Button) {
-    return nullptr;
+  if (data_.kind == ToolKind::Button) {
+    widget_ = MakeButton();
+  } else {
+    widget_ = Gtk::make_managed<Gtk::Box>();
+    widget_->set_size_request(-1, data_.width > 0 ? Pixels(data_.width) : kSpacerWidth);
   }
-  widget_ = MakeButton();
+  widget_->set_sensitive(data_.enabled);
+  return widget_;
+}
+
+Gtk::Widget* ToolView::DrawMenuRow() {
+  const std::string file = Host().PictureFile(data_.image);
+  if (data_.kind != ToolKind::Button) {
+    widget_ = NewLine(file, Gtk::Orientation::HORIZONTAL);
+    return widget_;
+  }
+  const ToolFace face = NewRowFace(data_, file);
+  word_ = face.word;
+  face.button->signal_clicked().connect([this] { Activated(); });
+  if (!data_.subBand.empty()) {
+    MarkOpener(*face.button);
+  }
+  WatchPointer(*face.button);
+  widget_ = face.button;
+  widget_->set_sensitive(data_.enabled);
   return widget_;
 }
 
 Gtk::Widget* ToolView::MakeButton() {
-  auto* button = Gtk::make_managed<Gtk::Button>();
-  button->add_css_class("kv-tool");
-  button->set_focus_on_click(false);
-  button->signal_clicked().connect([this] { bars_.Clicked(*this); });
-  const std::string file = bars_.PictureFile(data_.image);
-  const bool above = data_.display == ToolDisplay::ImageAboveText;
-  auto* content =
-      Gtk::make_managed<Gtk::Box>(above ? Gtk::Orientation::VERTICAL : Gtk::Orientation::HORIZONTAL);
-  content->set_halign(Gtk::Align::CENTER);
-  button->set_child(*content);
-
-  if (data_.display != ToolDisplay::Text && !file.empty()) {
-    int width = above ? kPictureAbove : kPictureBeside;
-    int height = width;
-    int drawnWidth = 0;
-    int drawnHeight = 0;
-    gdk_pixbuf_get_file_info(file.c_str(), &drawnWidth, &drawnHeight);
-    if (data_.display == ToolDisplay::Image && drawnWidth > drawnHeight) {
-      button->add_css_class("kv-flat-picture");  // a picture that carries its own words and face
-      width = drawnWidth;
-      height = drawnHeight;
-    }
-    gtk_box_append(content->gobj(), NewPicture(file, width, height));
+  const ToolFace face = NewBarFace(data_, Host().PictureFile(data_.image));
+  word_ = face.word;
+  face.button->signal_clicked().connect([this] { Activated(); });
+  if (data_.width > 0) {
+    face.button->set_size_request(Pixels(data_.width), -1);
   }
-  if (data_.display != ToolDisplay::Image) {
-    word_ = Gtk::make_managed<Gtk::Label>();
-    word_->set_text_with_mnemonic(Mnemonic(data_.caption));
-    word_->set_mnemonic_widget(*button);
-    content->append(*word_);
-    button->add_css_class(above ? "kv-above" : "kv-beside");
-  } else {
-    SetAccessibleName(*button, data_.toolTip.empty() ? WordsOf(file) : data_.toolTip);
+  if (!data_.subBand.empty()) {
+    MarkOpener(*face.button);
+    auto keys = Gtk::EventControllerKey::create();
+    keys->signal_key_pressed().connect(
+        [this](unsigned keyval, unsigned, Gdk::ModifierType) {
+          if (keyval != GDK_KEY_Down && keyval != GDK_KEY_KP_Down) {
+            return false;
+          }
+          Open(true);
+          return true;
+        },
+        false);
+    face.button->add_controller(keys);
   }
-  if (above && !data_.enabled) {
-    button->add_css_class("kv-invite");  // what is rarely enabled says so when it is
-  }
-  if (!data_.toolTip.empty()) {
-    button->set_tooltip_text(ValidText(data_.toolTip));
-  }
-  return button;
+  return face.button;
 }
 
-Gtk::Widget* ToolView::MakeEdit() {
-  auto* box = Gtk::make_managed<Gtk::Box>();
-  box->add_css_class("kv-joined");
-  entry_ = Gtk::make_managed<Gtk::Entry>();
-  entry_->set_placeholder_text(ValidText(data_.caption));
-  entry_->set_width_chars(1);
-  entry_->set_max_width_chars(1);
-  entry_->set_hexpand(true);
-  SetAccessibleName(*entry_, data_.caption);
-  auto focus = Gtk::EventControllerFocus::create();
-  focus->signal_enter().connect([this] { bars_.Entered(*this); });
-  entry_->add_controller(focus);
-  box->append(*entry_);
-  if (!data_.subBand.empty()) {
-    auto* open = Gtk::make_managed<Gtk::Button>();
-    open->set_icon_name("chevron-down-symbolic");
-    open->set_focus_on_click(false);
-    SetAccessibleName(*open, data_.caption + " choices");
-    box->append(*open);
+void ToolView::WatchPointer(Gtk::Widget& widget) {
+  constexpr unsigned kRestMilliseconds =
+      150;  // a pointer on its way to the next drop-down crosses other rows
+  auto pointer = Gtk::EventControllerMotion::create();
+  pointer->signal_enter().connect([this](double, double) {
+    rest_.disconnect();
+    rest_ = Glib::signal_timeout().connect(
+        [this] {
+          if (host_ != nullptr) {
+            host_->Pointed(*this);
+          }
+          return false;
+        },
+        kRestMilliseconds);
+  });
+  pointer->signal_leave().connect([this] { rest_.disconnect(); });
+  widget.add_controller(pointer);
+}
+
+void ToolView::Activated() {
+  const auto hold = shared_from_this();
+  if (host_ == nullptr || !data_.enabled) {
+    return;
   }
-  if (data_.width > 0) {
-    box->set_size_request(static_cast<int>(data_.width / kTwipsPerPixel), -1);
+  rest_.disconnect();
+  if (data_.subBand.empty()) {
+    host_->Chosen(*this);
+  } else {
+    Open(true);
   }
-  if (!data_.toolTip.empty()) {
-    box->set_tooltip_text(ValidText(data_.toolTip));
+}
+
+void ToolView::Open(bool asClick) {
+  if (host_ != nullptr && data_.enabled && !data_.subBand.empty()) {
+    host_->OpenDropDown(*this, asClick, true);
   }
-  return box;
 }
 
 void ToolView::SetEnabled(bool enabled) {
+  (void)Host();
   data_.enabled = enabled;
   if (widget_ != nullptr) {
     widget_->set_sensitive(enabled);
@@ -166,34 +184,43 @@ void ToolView::SetEnabled(bool enabled) {
 }
 
 Twips ToolView::Width() const {
-  if (data_.width >= 0 || widget_ == nullptr) {
+  (void)Host();
+  if (widget_ == nullptr) {
     return data_.width;
+  }
+  if (widthSet_ && role_ != BarRow::Role::Fixed) {
+    return data_.width;
+  }
+  if (role_ == BarRow::Role::Banner) {
+    return kTwipsPerPixel * kBannerWidth;
   }
   int least = 0;
   int natural = 0;
   int baseline = -1;
   widget_->measure(Gtk::Orientation::HORIZONTAL, -1, least, natural, baseline, baseline);
-  return kTwipsPerPixel * natural;
+  return kTwipsPerPixel * (role_ == BarRow::Role::Fixed ? natural : std::max(natural, widget_->get_width()));
 }
 
-std::string ToolView::Text() const { return entry_ != nullptr ? entry_->get_text().raw() : std::string(); }
-
-void ToolView::SetText(const std::string& text) {
-  if (entry_ != nullptr) {
-    entry_->set_text(ValidText(text));
+void ToolView::SetWidth(Twips width) {
+  (void)Host();
+  data_.width = width;
+  widthSet_ = true;
+  if (widget_ != nullptr && role_ == BarRow::Role::Fixed && data_.kind != ToolKind::Hosted) {
+    widget_->set_size_request(width > 0 ? Pixels(width) : -1, -1);
   }
 }
 
 void ToolView::Release() {
   if (hosted_ != nullptr) {
     TakeOut(hosted_);
-    gtk_box_append(bars_.Parking().gobj(), hosted_);
+    gtk_box_append(Host().Parking().gobj(), hosted_);
     g_object_unref(std::exchange(hosted_, nullptr));
     widget_->set_visible(false);
   }
 }
 
 void ToolView::SetCustom(Control* control) {
+  (void)Host();
   if (data_.kind != ToolKind::Hosted || widget_ == nullptr) {
     throw PlatformError(kInvalidCall, "the tool " + data_.name + " can't hold a control");
   }
@@ -212,11 +239,14 @@ void ToolView::SetCustom(Control* control) {
   widget.set_hexpand(true);
   widget.set_visible(true);
   widget_->set_visible(true);
-  const auto role = widget.has_css_class("kv-banner")   ? BarRow::Role::Banner
-                    : widget.has_css_class("kv-spacer") ? BarRow::Role::Filler
-                    : GTK_IS_COMBO_BOX(hosted_)         ? BarRow::Role::Stretch
-                                                        : BarRow::Role::Fixed;
-  row_->SetRole(*widget_, role);
+  role_ = widget.has_css_class("kv-banner")   ? BarRow::Role::Banner
+          : widget.has_css_class("kv-spacer") ? BarRow::Role::Filler
+          : GTK_IS_COMBO_BOX(hosted_)         ? BarRow::Role::Stretch
+                                              : BarRow::Role::Fixed;
+  if (role_ == BarRow::Role::Stretch) {
+    NameListButton(hosted_);
+  }
+  row_->SetRole(*widget_, role_);
 }
 
 void ToolView::SetCompact(bool compact) {
@@ -224,8 +254,14 @@ void ToolView::SetCompact(bool compact) {
     return;
   }
   word_->set_visible(!compact);
-  const std::string words = data_.toolTip.empty() && compact ? Plain(data_.caption) : data_.toolTip;
-  widget_->set_tooltip_text(ValidText(words));
+  const std::string words = data_.toolTip.empty() && compact ? WordsOfCaption(data_.caption) : data_.toolTip;
+  widget_->set_tooltip_text(ShownText(words));
+}
+
+void ToolView::SetAccessKey(const std::function<bool(unsigned)>& taken) {
+  if (word_ != nullptr && taken(gdk_keyval_to_lower(word_->get_mnemonic_keyval()))) {
+    word_->set_text(ShownText(WordsOfCaption(data_.caption)));
+  }
 }
 
 }  // namespace kivandra::gtk

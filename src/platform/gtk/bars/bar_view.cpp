@@ -2,79 +2,46 @@
 #include "platform/gtk/bars/bar_view.h"
 
 #include <algorithm>
-#include <filesystem>
 
+#include "platform/gtk/bars/access_keys.h"
 #include "platform/gtk/guard.h"
 
 namespace kivandra::gtk {
 namespace {
 
-/// The numbered pictures of a folder: "051-back.svg" has the number 51.
-std::map<int, std::string> NumberedPictures(const std::string& directory) {
-  std::map<int, std::string> pictures;
-  std::error_code error;
-  for (const auto& file : std::filesystem::directory_iterator(directory, error)) {
-    const std::string name = file.path().filename().string();
-    if (name.size() > 4 && g_ascii_isdigit(name[0]) && name[3] == '-') {
-      pictures[std::atoi(name.substr(0, 3).c_str())] = file.path().string();
-    }
+/// Calls back when a window appears, for as long as it lives.
+class WindowWatch {
+ public:
+  explicit WindowWatch(std::function<void()> appeared) : appeared_(std::move(appeared)) {
+    hook_ = g_signal_add_emission_hook(signal_, 0, Mapped, this, nullptr);
   }
-  return pictures;
-}
+  ~WindowWatch() { g_signal_remove_emission_hook(signal_, hook_); }
+  WindowWatch(const WindowWatch&) = delete;
+  WindowWatch& operator=(const WindowWatch&) = delete;
+
+ private:
+  static gboolean Mapped(GSignalInvocationHint*, guint, const GValue* values, gpointer data) {
+    if (GTK_IS_WINDOW(g_value_get_object(values))) {
+      static_cast<WindowWatch*>(data)->appeared_();
+    }
+    return TRUE;
+  }
+
+  const guint signal_ = g_signal_lookup("map", GTK_TYPE_WIDGET);
+  gulong hook_ = 0;
+  std::function<void()> appeared_;
+};
 
 }  // namespace
 
-BandView::BandView(BarView& bars, const BandData& data)
-    : data_{data.name, data.caption, data.kind, data.childBand, {}, data.row},
-      visible_(data.kind != BandKind::SideBar) {
-  for (const ToolData& tool : data.tools) {
-    tools_.push_back(std::make_unique<ToolView>(bars, tool));
-  }
-}
-
-Tool& BandView::Tools(const std::string& name) {
-  for (const auto& tool : tools_) {
-    if (tool->Name() == name) {
-      return *tool;
-    }
-  }
-  throw PlatformError(kInvalidCall, "the band " + data_.name + " has no tool " + name);
-}
-
-void BandView::SetVisible(bool visible) {
-  visible_ = visible;
-  if (widget_ != nullptr) {
-    widget_->set_visible(visible);
-  }
-}
-
-Twips BandView::Width() const {
-  if (width_ >= 0 || widget_ == nullptr) {
-    return width_;
-  }
-  int least = 0;
-  int natural = 0;
-  int baseline = -1;
-  widget_->measure(Gtk::Orientation::HORIZONTAL, -1, least, natural, baseline, baseline);
-  return kTwipsPerPixel * std::max(widget_->get_width(), natural);
-}
-
-Twips BandView::Height() const {
-  if (widget_ == nullptr) {
-    return 0;
-  }
-  int least = 0;
-  int natural = 0;
-  int baseline = -1;
-  widget_->measure(Gtk::Orientation::VERTICAL, std::max(-1, widget_->get_width() - 1), least, natural,
-                   baseline, baseline);
-  return kTwipsPerPixel * std::max(widget_->get_height(), natural);
-}
-
 BarView::BarView(Gtk::Box& top, Gtk::Box& side, const std::string& iconDirectory)
-    : WidgetControl(top), top_(top), side_(side), pictures_(NumberedPictures(iconDirectory)) {}
+    : WidgetControl(top),
+      top_(top),
+      side_(side),
+      pictures_(iconDirectory),
+      self_(std::make_shared<BarView*>(this)) {}
 
-BarView::~BarView() = default;
+BarView::~BarView() { mapped_.disconnect(); }
 
 Gtk::Box& BarView::Parking() {
   if (parking_ == nullptr) {
@@ -92,67 +59,38 @@ void BarView::Lay(const std::vector<BandData>& bands) {
   }
   std::vector<BandView*> rows;
   for (const auto& band : bands_) {
-    if (band->data_.kind == BandKind::ToolBar) {
+    if (band->Data().kind == BandKind::ToolBar) {
       rows.push_back(band.get());
-    } else if (band->data_.kind == BandKind::SideBar) {
-      LaySide(*band);
+    } else if (band->Data().kind == BandKind::SideBar) {
+      band->DrawSide(side_, Find(band->Data().childBand));
     }
   }
   std::stable_sort(rows.begin(), rows.end(), [](const BandView* one, const BandView* other) {
-    return one->data_.row < other->data_.row;
+    return one->Data().row < other->Data().row;
   });
   for (BandView* band : rows) {
-    LayRow(*band);
+    band->DrawRow(top_);
   }
+  // The menus are laid by now, whichever came first.
+  mapped_ = top_.signal_map().connect([this] { SettleAccessKeys(); });
 }
 
-void BarView::LayRow(BandView& band) {
-  auto* row = Gtk::make_managed<BarRow>();
-  for (const auto& tool : band.tools_) {
-    tool->Draw(*row);
+void BarView::SettleAccessKeys() {
+  auto* window = dynamic_cast<Gtk::Widget*>(top_.get_root());
+  if (window == nullptr) {
+    return;
   }
-  row->OnCompact([&band](bool compact) {
-    for (const auto& tool : band.tools_) {
-      tool->SetCompact(compact);
-    }
-  });
-  gtk_accessible_update_property(GTK_ACCESSIBLE(row->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                 band.data_.name.c_str(), -1);
-  const bool large = std::any_of(band.tools_.begin(), band.tools_.end(), [](const auto& tool) {
-    return tool->data_.display == ToolDisplay::ImageAboveText;
-  });
-  row->add_css_class(large ? "kv-main" : "kv-bonus");
-  top_.append(*row);
-  band.widget_ = row;
-}
-
-void BarView::LaySide(BandView& band) {
-  constexpr int kTileGap = 12;
-  auto* tiles = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kTileGap);
-  BandView* inside = band.data_.childBand.empty() ? nullptr : Find(band.data_.childBand);
-  for (BandView* each : {&band, inside}) {
-    if (each == nullptr) {
-      continue;
-    }
-    for (const auto& tool : each->tools_) {
-      if (Gtk::Widget* tile = tool->DrawTile()) {
-        tiles->append(*tile);
-      }
+  const auto taken = MenuLetters(*window);
+  for (const auto& band : bands_) {
+    for (const auto& tool : band->Views()) {
+      tool->SetAccessKey([&](unsigned keyval) { return taken.count(keyval) != 0; });
     }
   }
-  auto* scroller = Gtk::make_managed<Gtk::ScrolledWindow>();
-  scroller->add_css_class("kv-side");
-  scroller->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
-  scroller->set_vexpand(true);
-  scroller->set_child(*tiles);
-  scroller->set_visible(band.visible_);
-  side_.append(*scroller);
-  band.widget_ = scroller;
 }
 
 BandView* BarView::Find(const std::string& name) {
   const auto found =
-      std::find_if(bands_.begin(), bands_.end(), [&](const auto& band) { return band->data_.name == name; });
+      std::find_if(bands_.begin(), bands_.end(), [&](const auto& band) { return band->Data().name == name; });
   return found == bands_.end() ? nullptr : found->get();
 }
 
@@ -171,16 +109,111 @@ void BarView::OnToolEntered(std::function<void(Tool&)> handler) { Alive(), enter
 void BarView::LetGo() {
   click_ = nullptr;
   entered_ = nullptr;
+  self_.reset();
+  mapped_.disconnect();
+  opened_.clear();
+  for (const auto& band : bands_) {
+    band->LetGo();
+  }
   WidgetControl::LetGo();
 }
 
-void BarView::Clicked(ToolView& tool) { Raise(click_, static_cast<Tool&>(tool)); }
-
 void BarView::Entered(ToolView& tool) { Raise(entered_, static_cast<Tool&>(tool)); }
 
-std::string BarView::PictureFile(int number) const {
-  const auto found = pictures_.find(number);
-  return found == pictures_.end() ? std::string() : found->second;
+void BarView::Chosen(ToolView& tool) {
+  CloseDropDowns();
+  if (tool.InDropDown()) {
+    ClickLater(tool);  // the drop-downs have to be gone before the handler opens a window or waits
+  } else {
+    RaiseClick(tool.shared_from_this());
+  }
+}
+
+void BarView::ClickLater(ToolView& tool) {
+  Glib::signal_idle().connect_once([self = std::weak_ptr<BarView*>(self_), tool = tool.shared_from_this()] {
+    if (const auto bars = self.lock()) {
+      (*bars)->RaiseClick(tool);
+    }
+  });
+}
+
+void BarView::RaiseClick(const std::shared_ptr<ToolView>& tool) {
+  const auto hold = tool;
+  const std::weak_ptr<BarView*> self = self_;
+  {
+    // A box would stand below an open drop-down and could not be clicked.
+    const WindowWatch watch([self] {
+      if (const auto bars = self.lock()) {
+        (*bars)->CloseDropDowns();
+      }
+    });
+    Raise(click_, static_cast<Tool&>(*hold));
+  }
+  if (self.lock() != nullptr && !opened_.empty() && opened_.back().menu->Opener() == hold.get() &&
+      !opened_.back().menu->HasKeyboard()) {
+    opened_.back().menu->FocusFirst();  // the handler's new page window took the keyboard from it
+  }
+}
+
+std::size_t BarView::Around(const ToolView& tool) const {
+  for (std::size_t i = 0; i < opened_.size(); ++i) {
+    if (opened_[i].menu->Holds(tool)) {
+      return i + 1;
+    }
+  }
+  return 0;
+}
+
+void BarView::CloseDropDowns(std::size_t remaining) {
+  while (opened_.size() > remaining) {
+    DropDown* menu = opened_.back().menu;
+    opened_.pop_back();
+    menu->Close();
+  }
+}
+
+void BarView::OpenDropDown(ToolView& tool, bool asClick, bool intoRows) {
+  BandView* band = Find(tool.Data().subBand);
+  if (band == nullptr) {
+    if (asClick) {
+      Chosen(tool);
+    }
+    return;
+  }
+  DropDown& menu = band->Menu();
+  const auto open =
+      std::find_if(opened_.begin(), opened_.end(), [&](const Opened& each) { return each.menu == &menu; });
+  if (open != opened_.end() && menu.Opener() != &tool) {
+    return;  // a band can't open inside itself
+  }
+  if (open == opened_.end()) {
+    CloseDropDowns(Around(tool));
+    menu.OnClosed([this, &menu] {
+      const auto gone = std::find_if(opened_.begin(), opened_.end(),
+                                     [&](const Opened& each) { return each.menu == &menu; });
+      if (gone != opened_.end()) {
+        const auto index = static_cast<std::size_t>(gone - opened_.begin());
+        CloseDropDowns(index + 1);
+        opened_.pop_back();
+      }
+    });
+    opened_.push_back({&menu, false});
+    menu.Open(tool, intoRows);
+  } else if (intoRows) {
+    menu.FocusFirst();
+  }
+  if (asClick && !opened_.empty() && opened_.back().menu == &menu &&
+      !std::exchange(opened_.back().told, true)) {
+    ClickLater(tool);
+  }
+}
+
+void BarView::Pointed(ToolView& tool) {
+  if (tool.Data().subBand.empty() || !tool.Enabled()) {
+    CloseDropDowns(std::max<std::size_t>(1, Around(tool)));
+  } else {
+    OpenDropDown(tool, false, false);
+  }
 }
 
 }  // namespace kivandra::gtk
