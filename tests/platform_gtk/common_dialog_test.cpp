@@ -161,6 +161,27 @@ TEST_F(CommonDialogTest, ItsWindowMayGoWhileItIsOpen) {
   EXPECT_THROW(static_cast<void>(dialog->FileName()), PlatformError);
 }
 
+TEST_F(CommonDialogTest, LeftWhileItStillReadsItLeavesNoBoxBehind) {
+  for (int i = 0; i < 3; ++i) {
+    dialog->SetInitDir(Folder());
+    WhileOpen([](Gtk::FileChooserDialog& open) {
+      return open.response(static_cast<int>(Gtk::ResponseType::CANCEL)), true;
+    });
+    dialog->ShowOpen();
+  }
+  const auto boxes = [] {
+    int shown = 0;
+    for (Gtk::Window* window : Gtk::Window::list_toplevels()) {
+      shown += dynamic_cast<Gtk::MessageDialog*>(window) != nullptr && window->get_visible() ? 1 : 0;
+    }
+    return shown;
+  };
+  bool over = false;
+  Glib::signal_timeout().connect_once([&over] { over = true; }, 500);
+  Until([&over] { return over; });  // the readers end in threads of their own
+  EXPECT_EQ(boxes(), 0);
+}
+
 TEST_F(CommonDialogTest, WearsTheProgramsDressAndIsNotOpenedTwice) {
   WhileOpen([&](Gtk::FileChooserDialog& open) {
     EXPECT_TRUE(open.has_css_class("kv-plain"));

@@ -92,9 +92,52 @@ void ShutItsMenu(Gtk::Window& dialog) {
   dialog.add_controller(keys);
 }
 
+/// The chooser tells in a box of its own that a folder can't be read: in the program's dress while the
+/// chooser is open. One that was left while it still read tells that too, behind its back, and the box would
+/// hold up the whole program: it goes.
+void TidyChooserBox(GtkWindow* box) {
+  GtkWindow* owner = gtk_window_get_transient_for(box);
+  if (owner != nullptr && !GTK_IS_FILE_CHOOSER(owner)) {
+    return;
+  }
+  if (owner == nullptr || !gtk_widget_get_visible(GTK_WIDGET(owner))) {
+    gtk_window_destroy(box);
+  } else {
+    gtk_widget_add_css_class(GTK_WIDGET(box), "kv-plain");
+  }
+}
+
+void WatchChooserBoxes() {
+  g_signal_connect(gtk_window_get_toplevels(), "items-changed",
+                   G_CALLBACK(+[](GListModel* windows, guint from, guint, guint added, gpointer) {
+                     for (guint i = from; i < from + added; ++i) {
+                       auto* window = GTK_WINDOW(g_list_model_get_item(windows, i));
+                       if (GTK_IS_MESSAGE_DIALOG(window)) {
+                         // Its owner is not known before it is shown.
+                         g_signal_connect(window, "map", G_CALLBACK(+[](GtkWindow* box) {
+                                            g_object_ref(box);
+                                            g_idle_add_full(
+                                                G_PRIORITY_HIGH,
+                                                [](gpointer data) -> gboolean {
+                                                  TidyChooserBox(GTK_WINDOW(data));
+                                                  return G_SOURCE_REMOVE;
+                                                },
+                                                box, g_object_unref);
+                                          }),
+                                          nullptr);
+                       }
+                       g_object_unref(window);
+                     }
+                   }),
+                   nullptr);
+}
+
 }  // namespace
 
-void RegisterCommonDialogType() { g_type_ensure(kv_common_dialog_get_type()); }
+void RegisterCommonDialogType() {
+  g_type_ensure(kv_common_dialog_get_type());
+  WatchChooserBoxes();
+}
 
 bool IsCommonDialog(GObject* object) {
   return G_TYPE_CHECK_INSTANCE_TYPE(object, kv_common_dialog_get_type());
