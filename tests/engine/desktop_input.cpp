@@ -30,7 +30,7 @@ DesktopInput::DesktopInput(GtkWidget* widget) {
   }
   GdkSurface* surface = gtk_native_get_surface(gtk_widget_get_native(widget));
   window_ = std::to_string(gdk_x11_surface_get_xid(surface));
-  Do({"windowfocus", "--sync", window_});
+  Do({"windowraise", window_, "windowfocus", "--sync", window_});
   auto* top = GTK_WINDOW(gtk_widget_get_root(widget));
   if (!WaitUntil([&] { return gtk_window_is_active(top) != FALSE; })) {
     throw std::runtime_error("the window does not get the keyboard");

@@ -46,6 +46,8 @@ class TestWindow : public WebBrowserEvents {
   [[nodiscard]] WebBrowser& Browser() { return *browser_; }
   [[nodiscard]] WebKitWebView* View();
   [[nodiscard]] std::unique_ptr<WebBrowser>& Owned() { return browser_; }
+  /// Takes the window off the screen; it lives on.
+  void Hide() { window_->set_visible(false); }
   /// Closes the window as the desktop would.
   void CloseWindow();
 

@@ -52,6 +52,14 @@ bool IsBanner(const Gtk::Widget& place) {
   return false;
 }
 
+void ForbidDragging(WebKitUserContentManager* manager) {
+  WebKitUserStyleSheet* style = webkit_user_style_sheet_new(
+      "* { -webkit-user-drag: none !important; -webkit-user-select: none !important; }",
+      WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES, WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr);
+  webkit_user_content_manager_add_style_sheet(manager, style);
+  webkit_user_style_sheet_unref(style);
+}
+
 gboolean NoMenu() { return TRUE; }
 
 WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
@@ -74,7 +82,7 @@ std::shared_ptr<BrowserView> BrowserView::Make(WebEngine& engine, Gtk::Box& plac
     // The engine adds the size of the view's window to the size that a page's script asks for, so the view
     // comes into its window when it is ready to be shown.
     view->place_ = &place;
-    view->placeGone_ = place.signal_destroy().connect([core = view.get()] { core->place_ = nullptr; });
+    view->placeGone_ = place.signal_destroy().connect([core = view.get()] { core->Close(); });
   }
   return view;
 }
@@ -92,6 +100,8 @@ BrowserView::BrowserView(WebEngine& engine, WebKitWebView* opener)
       drops_(std::make_shared<LinkDrops>([this](const std::string& address) {
         if (!banner_) Later([this, address] { Navigate(address); });
       })),
+      presses_(std::make_shared<Presses>()),
+      openedByPage_(opener != nullptr),
       shown_(opener == nullptr) {}
 
 BrowserView::~BrowserView() {
@@ -104,8 +114,10 @@ void BrowserView::Start() {
   scriptObject_->Start();
   resources_->Start(view_);
   drops_->Start(view_);
+  presses_->Start(view_);
   if (banner_) {
     g_signal_connect(view_, "context-menu", G_CALLBACK(NoMenu), nullptr);
+    ForbidDragging(scripts_);
   } else {
     OfferFindBar(view_);
   }
@@ -150,6 +162,7 @@ void BrowserView::Close() {
   scriptObject_->Cut();
   resources_->Cut();
   drops_->Cut();
+  presses_->Cut();
   desk_.DropAll();
   page_.End();
   WebKitWebView* view = std::exchange(view_, nullptr);

@@ -13,6 +13,7 @@
 #include "platform/gtk/web/web_engine.h"
 #include "platform/gtk/web/web_frames.h"
 #include "platform/gtk/web/web_navigation_desk.h"
+#include "platform/gtk/web/web_presses.h"
 #include "platform/gtk/web/web_resources.h"
 #include "platform/gtk/web/web_script_object.h"
 #include "platform/gtk/web/web_signals.h"
@@ -27,8 +28,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   /// A view inside `place`. `opener` is the view whose page asked for this one, or null.
   ///
   /// In a place that is dressed as the banner (class "kv-banner" on it or around it) the view is part of the
-  /// frame: it has no menu of its own, nothing can be dragged onto it, nobody searches in it, and it always
-  /// shows its pictures.
+  /// frame: it has no menu of its own, nothing can be dragged onto it or out of it, nobody searches in it,
+  /// and it always shows its pictures.
   static std::shared_ptr<BrowserView> Make(WebEngine& engine, Gtk::Box& place, WebKitWebView* opener);
   ~BrowserView() override;
 
@@ -54,6 +55,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   [[nodiscard]] bool Busy() const;
   [[nodiscard]] PageFrame* Page() { return view_ != nullptr ? &page_ : nullptr; }
   [[nodiscard]] WebKitWebView* Widget() const { return view_; }
+  /// Whether a page asked for this view and it still stands.
+  [[nodiscard]] bool StandsForPage() const { return view_ != nullptr && openedByPage_; }
 
  private:
   BrowserView(WebEngine& engine, WebKitWebView* opener);
@@ -121,6 +124,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<ScriptObjectHost> scriptObject_;
   std::shared_ptr<ResourceWatch> resources_;
   std::shared_ptr<LinkDrops> drops_;
+  std::shared_ptr<Presses> presses_;
   SignalConnections signals_;
 
   std::string address_;  // of the page that is shown
@@ -135,7 +139,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   bool downloading_ = false;   // DownloadBegin was told, DownloadComplete not yet
   bool endingFrames_ = false;  // a look at whether frames have stopped loading is on its way
   bool banner_ = false;        // the view is a part of the frame
-  bool shown_;                 // the window of a page's script has been shown
+  bool openedByPage_;
+  bool shown_;  // the window of a page's script has been shown
   bool judgingArrival_ = false;
   std::optional<std::string> nextArrival_;  // where the page went while its last step was being judged
   GdkRectangle geometry_{};

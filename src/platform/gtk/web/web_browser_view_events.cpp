@@ -124,12 +124,14 @@ void BrowserView::EndFrameLoadsSoon() {
 GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
   const std::string address = AddressOf(action);
   if (!IsBlankDocument(address) && !PageMayLoad(address)) return nullptr;
+  if (!presses_->Take() && engine_.PageWindows() >= WebEngine::kMostPageWindows) return nullptr;
   WebEngine::WindowRequest request(engine_, view_);
   WebBrowser* target = nullptr;
   bool cancel = false;
   Tell([&](WebBrowserEvents& events) { events.NewWindow2(target, cancel); });
   auto* control = dynamic_cast<WebBrowserControl*>(target);
   if (cancel || control == nullptr) return nullptr;
+  // A view that was not made for this question must not be given to the engine, which would end the program.
   const std::shared_ptr<BrowserView> chosen = control->View();
   if (chosen == request.Made()) {
     chosen->geometry_ = WindowSize(view_);

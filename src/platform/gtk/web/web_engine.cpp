@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/web/web_engine.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/gtk/web/web_browser_control.h"
 #include "platform/gtk/web/web_browser_view.h"
 #include "platform/gtk/web/web_page_view.h"
@@ -23,6 +26,13 @@ std::unique_ptr<WebBrowser> WebEngine::MakeBrowser(Gtk::Box& place) {
 
 std::unique_ptr<PageView> WebEngine::MakePageView(Gtk::Box& place) {
   return std::make_unique<WebPageView>(*this, place);
+}
+
+int WebEngine::PageWindows() const {
+  return static_cast<int>(std::count_if(views_.begin(), views_.end(), [](const auto& each) {
+    const auto view = each.lock();
+    return view && view->StandsForPage();
+  }));
 }
 
 void WebEngine::SetImagesShown(bool shown) {

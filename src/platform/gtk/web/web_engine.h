@@ -39,6 +39,13 @@ class WebEngine final : public EngineFactory {
   void SetImagesShown(bool shown);
   [[nodiscard]] bool ImagesShown() const { return imagesShown_; }
 
+  /// How many windows that pages opened stand now.
+  [[nodiscard]] int PageWindows() const;
+  /// Pages get no more windows than this at a time, in the whole program, except one for each press of a
+  /// person's button or key in the page that asks. What is asked for beyond that is refused silently: no
+  /// event, no window. So a page that opens windows in a loop leaves a frame that can be used and closed.
+  static constexpr int kMostPageWindows = 20;
+
   /// While it stands, the first control that is made is tied to the page that asks for a new window, as the
   /// engine demands.
   class WindowRequest {
