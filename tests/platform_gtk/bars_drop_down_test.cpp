@@ -388,6 +388,9 @@ TEST_F(BarDropDownTest, EveryButtonOfEveryBandHasANameAndEveryToolTipIsThere) {
             gtk_test_accessible_has_property(GTK_ACCESSIBLE(each->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL))
             << bar << " " << each->get_css_name();
         EXPECT_FALSE(IsNamed(*each, "")) << each->get_css_name();
+        EXPECT_FALSE(gtk_test_accessible_has_relation(GTK_ACCESSIBLE(each->gobj()),
+                                                      GTK_ACCESSIBLE_RELATION_LABELLED_BY))
+            << "a name that is read out twice";
       }
     }
   }
