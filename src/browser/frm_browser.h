@@ -7,6 +7,7 @@
 #include <string>
 
 #include "browser/browser_frame.h"
+#include "core/variant.h"
 #include "platform/button.h"
 #include "platform/clipboard.h"
 #include "platform/combo_box.h"
@@ -72,6 +73,10 @@ class frmBrowser : public FormEvents,
   void Padlock();
   /// The address that a text typed into an address box stands for.
   [[nodiscard]] static std::string getURL(const std::string& text);
+  /// Paints the first 5000 places of the page where a text stands, its own letters kept. A window without a
+  /// document does nothing. The result is Empty.
+  Variant highlight(const std::string& str);
+  void HTMLFindText(const std::string& SearchStr);
   /// F12 searches for the selected words.
   void Keyboard_KeyDown(std::int16_t& KeyCode, std::int16_t& Shift);
 

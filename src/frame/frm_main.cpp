@@ -52,6 +52,7 @@ void frmMain::WireControls() {
   });
   BonusBar().Lay(BonusBarData());
   BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
+  BonusBar().OnToolEntered([this](Tool& tool) { BonusBar_ToolEntered(tool); });
   TheAddress().OnKeyDown([this](int keyCode) {
     if (keyCode != kKeyReturn) {
       return false;

@@ -118,8 +118,10 @@ class frmMain : public FormEvents {
   /// Opens what was typed into TheAddress, in the active child or, if the box is empty, in a new one. Any
   /// failure ends it quietly.
   void GoAddress();
-  /// A click on a tool of the bars.
+  /// A click on a tool of the bars; no error leaves it.
   void BonusBar_ToolClick(Tool& tool);
+  /// A person goes into an edit tool: the search box empties, whatever it held.
+  void BonusBar_ToolEntered(Tool& tool);
   /// Carries out a menu entry by its name, whoever asks: the menu, a tool or another window. Never throws
   /// PlatformError: with no child window most entries do nothing and say nothing. An unknown name does
   /// nothing.
@@ -188,8 +190,28 @@ class frmMain : public FormEvents {
   [[nodiscard]] MdiClient& MDIClient() const;
   [[nodiscard]] CommonDialog& CommonDialog1() const;
   [[nodiscard]] Timer& TimerOf(const char* name) const;
-  void GoHome();
+
+  // The rows of a tool's click, in their order; each says whether it knew the tool.
+  bool ToolHelp(const std::string& name);
+  bool ToolLink(const std::string& name);
+  bool ToolCommand(const std::string& caption);
+  void ToolSearch(const std::string& name, const std::string& caption);
   void ToolBack();
+  void GoHome();
+  void Advertise();
+  void AdvertiseInNewWindow();
+  void ToolFind();
+  void ToolHighlight();
+  void ToolCalculator();
+  [[nodiscard]] std::string SearchText() const;
+  void SearchInNewWindow(const std::string& url);
+  /// `prefix` is the service's address up to the site.
+  void SearchThisSite(const std::string& prefix, const std::string& text);
+
+  void FillMainBar();
+  void FillBonusBar();
+  void FitBesideSideBar(Form& child);
+  void FitWithoutSideBar(Form& child);
 
   FrameServices services_;
   std::shared_ptr<Form> form_;

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a click on a tool does. Tools are told apart by exact comparison, in the order of the rows.
-#include <array>
+// What a click on a tool does. Tools are told apart by exact comparison, in the order of the rows: help and
+// links by the tool's name, commands by its caption, searches by either. The first row that fits ends the
+// click.
+#include <functional>
+#include <vector>
 
 #include "core/settings.h"
 #include "core/user_settings.h"
 #include "filter/filter_values.h"
 #include "frame/frm_main.h"
-#include "hosts.h"
+#include "frame/site_page.h"
 #include "support/attempt.h"
 
 namespace kivandra {
@@ -24,36 +27,76 @@ class BackBypassEnds {
 }  // namespace
 
 void frmMain::BonusBar_ToolClick(Tool& tool) {
-  struct Row {
-    const char* caption;
-    std::function<void()> command;
-  };
-  // Every command passes over its errors: with no child window it does nothing and says nothing.
-  const std::array<Row, 8> rows = {{
-      {"&Lock", [this] { ActiveChild().Padlock(); }},
-      {"btnGo", [this] { GoAddress(); }},
-      {"&Back", [this] { ToolBack(); }},
-      {"&Forward", [this] { ActiveChild().brwWebBrowser().GoForward(); }},
-      {"&Stop", [this] { ActiveChild().brwWebBrowser().Stop(); }},
-      {"&Refresh", [this] { ActiveChild().brwWebBrowser().Refresh(); }},
-      {"&Home", [this] { GoHome(); }},
-      {"&Print", [this] { ActiveChild().brwWebBrowser().ExecWB(OLECMDID_PRINT, 1); }},
-  }};
-  const std::string& caption = tool.Caption();
-  for (const Row& row : rows) {
-    if (caption == row.caption) {
-      attempt(row.command);
-      return;
-    }
+  // The window, and the tool with it, may go during the command.
+  const auto form = form_;
+  const std::string name = tool.Name();
+  const std::string caption = tool.Caption();
+  if (!ToolHelp(name) && !ToolLink(name) && !ToolCommand(caption)) {
+    ToolSearch(name, caption);
   }
 }
 
+bool frmMain::ToolCommand(const std::string& caption) {
+  struct Row {
+    std::string_view caption;
+    std::function<void()> command;
+  };
+  const auto child = [this](auto act) { return [this, act] { act(*HeldChild()); }; };
+  const auto menu = [this](const char* entry) { return [this, entry] { Menu_Click(entry); }; };
+  const std::vector<Row> rows = {
+      {"&Lock", child([](frmBrowser& window) { window.Padlock(); })},
+      {"btnGo", [this] { GoAddress(); }},
+      {"&Back", [this] { ToolBack(); }},
+      {"&Forward", child([](frmBrowser& window) { window.brwWebBrowser().GoForward(); })},
+      {"&Stop", child([](frmBrowser& window) { window.brwWebBrowser().Stop(); })},
+      {"&Refresh", child([](frmBrowser& window) { window.brwWebBrowser().Refresh(); })},
+      {"&Home", [this] { GoHome(); }},
+      {"Site Of The Month", menu("mnuBerits")},
+      {"World Lingo", menu("mnuWorldLingo")},
+      {"Systran", menu("mnuSystran")},
+      {"Largest", menu("mnuLargest")},
+      {"Larger", menu("mnuLarger")},
+      {"Medium", menu("mnuMedium")},
+      {"Smaller", menu("mnuSmaller")},
+      {"Smallest", menu("mnuSmallest")},
+      {"Wordpad", menu("mnuWordpad")},
+      {"&Print", menu("mnuFilePrint")},
+      {"Volume", menu("mnuSound")},
+      {"Advertise", [this] { Advertise(); }},
+      {"How to Use", menu("mnuRegister")},
+      {"Banner Free Browser", [this] { ShowBannerFree("Banner Free", "/bannerfree/"); }},
+      {"On-Line Support", [this] { ShowBannerFree("Support", "/support.asp"); }},
+      // kept on purpose: these two are never reached.
+      {"&Back", [this] { ToolBack(); }},
+      {"&Forward", child([](frmBrowser& window) { window.brwWebBrowser().GoForward(); })},
+      {"Find", [this] { ToolFind(); }},
+      {"Highlight", [this] { ToolHighlight(); }},
+      {"Notepad", [this] { services_.shell.Shell("notepad.exe", kNormalFocus); }},
+      {"Calculator", [this] { ToolCalculator(); }},
+  };
+  for (const Row& row : rows) {
+    if (caption == row.caption) {
+      // An error ends the command and is passed over: with no child window it does nothing and says nothing.
+      attempt(row.command);
+      return true;
+    }
+  }
+  return false;
+}
+
+void frmMain::BonusBar_ToolEntered(Tool& tool) {
+  attempt([&] {
+    if (tool.Caption() == "Search") {
+      tool.SetText("");
+    }
+  });
+}
+
 void frmMain::ToolBack() {
-  const auto child = ActiveForm();
-  WebBrowser& browser = ActiveChild().brwWebBrowser();
+  const auto child = HeldChild();
   const BackBypassEnds bypassEnds;
   attempt([&] { BackBypass = Val(TextOf(ReadItem(services_.registry, "B_B"))) == 1; });
-  attempt([&] { browser.GoBack(); });
+  attempt([&] { child->brwWebBrowser().GoBack(); });
 }
 
 void frmMain::GoHome() {
@@ -70,16 +113,45 @@ void frmMain::GoHome() {
 void frmMain::GoAddress() {
   attempt([&] {
     if (!TheAddress().Text().empty()) {
-      const auto child = ActiveForm();
-      ActiveChild().brwWebBrowser().Stop();
+      HeldChild()->brwWebBrowser().Stop();
       Logo_Animate();
-      const std::string address = frmBrowser::getURL(TheAddress().Text());
-      ActiveChild().brwWebBrowser().Navigate(address);
+      LoadHTML(frmBrowser::getURL(TheAddress().Text()));
     } else {
       services_.application.NewWindow();
-      ActiveChild().brwWebBrowser().Navigate(frmBrowser::getURL(""));
+      LoadHTML(frmBrowser::getURL(""));
     }
   });
+}
+
+void frmMain::Advertise() {
+  if (!attempt([&] { LoadHTML(SitePage("/sponsor.asp")); })) {
+    AdvertiseInNewWindow();
+  }
+}
+
+void frmMain::AdvertiseInNewWindow() {
+  services_.application.NewWindow();
+  LoadHTML(SitePage("/sponsor.asp"));
+}
+
+void frmMain::ToolFind() {
+  const auto child = HeldChild();
+  attempt([&] { child->brwWebBrowser().SetFocus(); });
+  attempt([&] { services_.shell.SendKeys("^{f}"); });
+}
+
+void frmMain::ToolHighlight() {
+  const std::string text = SearchText();
+  if (!text.empty()) {
+    HeldChild()->highlight(text);
+  }
+}
+
+void frmMain::ToolCalculator() {
+  services_.shell.Shell("calc.exe", kNormalFocus);
+  // The calculator's View menu: its standard view.
+  services_.shell.SendKeys("%{v}");
+  services_.shell.SendKeys("t");
 }
 
 }  // namespace kivandra

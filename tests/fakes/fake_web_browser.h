@@ -128,7 +128,7 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   [[nodiscard]] std::string LocationURL() const override { return locationURL; }
   [[nodiscard]] std::string LocationName() const override { return locationName; }
   [[nodiscard]] bool Busy() const override { return busy; }
-  [[nodiscard]] PageFrame* Page() override { return &top; }
+  [[nodiscard]] PageFrame* Page() override { return hasPage ? &top : nullptr; }
   [[nodiscard]] int QueryStatusWB(int command) const override {
     Say("QueryStatusWB " + std::to_string(command));
     return 3;
@@ -189,6 +189,7 @@ class FakeWebBrowser : public FakeControl, public WebBrowser {
   std::function<void(int)> onExec;
   std::function<void()> onBack;  ///< runs inside GoBack, before the gate is asked
   FakePageFrame top;
+  bool hasPage = true;  ///< whether there is a page to speak of
 
  private:
   Journal& journal_;
