@@ -32,6 +32,7 @@ TEST_F(FrameStartTest, GoesThroughItsStepsInTheirOrder) {
       "frmMain.Menu.Lay",
       "frmMain.BonusBar.Lay",
       "frmMain.BonusBar.SideBar.Visible = False",
+      "frmMain.Menu.mnuSidebar.Checked = False",
       "Install hook",
       "frmMain.BonusBar.MainBar.Spacer.Custom = frmMain.TheSpacer",
       "frmMain.BonusBar.Bonus Bar.AddressBar.Custom = frmMain.TheAddress",

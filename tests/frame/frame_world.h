@@ -47,10 +47,12 @@ struct FrameWorld : fakes::WholeProgram {
   /// out.
   [[nodiscard]] std::vector<std::string> Effects() const {
     constexpr std::array kEffects = {"MsgBox ", "Shell ", "SendKeys ", "Load "};
+    constexpr std::array kByItself = {".ExecWB 21,", ".ScriptObject ", ".RegisterAsBrowser "};
     std::vector<std::string> effects;
     std::copy_if(journal.lines.begin(), journal.lines.end(), std::back_inserter(effects),
                  [&](const std::string& line) {
-                   return line.find(".brwWebBrowser.") != std::string::npos ||
+                   const auto has = [&](const char* part) { return line.find(part) != std::string::npos; };
+                   return (has(".brwWebBrowser.") && std::none_of(kByItself.begin(), kByItself.end(), has)) ||
                           std::any_of(kEffects.begin(), kEffects.end(),
                                       [&](const char* effect) { return line.starts_with(effect); });
                  });
