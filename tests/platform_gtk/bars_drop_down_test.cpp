@@ -377,24 +377,21 @@ TEST_F(BarDropDownTest, EveryButtonOfEveryBandHasANameAndEveryToolTipIsThere) {
     }
   }
   int buttons = 0;
-  for (const char* bar : {"BonusBar", "BonusBar_Side"}) {
-    std::vector<Gtk::Widget*> all;
-    Collect(*dynamic_cast<Gtk::Widget*>(AllOf<BarRow>()[0]->get_parent()), all);
-    Collect(*SideScroller(), all);
-    for (Gtk::Widget* each : all) {
-      if (dynamic_cast<Gtk::Button*>(each) != nullptr || dynamic_cast<Gtk::Entry*>(each) != nullptr) {
-        ++buttons;
-        EXPECT_TRUE(
-            gtk_test_accessible_has_property(GTK_ACCESSIBLE(each->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL))
-            << bar << " " << each->get_css_name();
-        EXPECT_FALSE(IsNamed(*each, "")) << each->get_css_name();
-        EXPECT_FALSE(gtk_test_accessible_has_relation(GTK_ACCESSIBLE(each->gobj()),
-                                                      GTK_ACCESSIBLE_RELATION_LABELLED_BY))
-            << "a name that is read out twice";
-      }
+  std::vector<Gtk::Widget*> all;
+  Collect(*AllOf<BarRow>()[0]->get_parent(), all);
+  Collect(*SideScroller(), all);
+  for (Gtk::Widget* each : all) {
+    if (dynamic_cast<Gtk::Button*>(each) != nullptr || dynamic_cast<Gtk::Entry*>(each) != nullptr) {
+      ++buttons;
+      GtkAccessible* node = GTK_ACCESSIBLE(each->gobj());
+      EXPECT_TRUE(gtk_test_accessible_has_property(node, GTK_ACCESSIBLE_PROPERTY_LABEL))
+          << each->get_css_name();
+      EXPECT_FALSE(IsNamed(*each, "")) << each->get_css_name();
+      EXPECT_FALSE(gtk_test_accessible_has_relation(node, GTK_ACCESSIBLE_RELATION_LABELLED_BY))
+          << "a name that is read out twice";
     }
   }
-  EXPECT_GT(buttons, 60);
+  EXPECT_GT(buttons, 30);
   EXPECT_EQ(SearchBox().get_parent()->get_tooltip_text(), "Enter a word");
 }
 

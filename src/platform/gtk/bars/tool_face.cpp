@@ -25,8 +25,6 @@ Gtk::Label* NewWord(const ToolData& tool, Gtk::Button& button, int mostLetters) 
   auto* word = Gtk::make_managed<Gtk::Label>();
   word->set_text_with_mnemonic(ShownText(MnemonicOf(tool.caption)));
   word->set_mnemonic_widget(button);
-  // The button has its name already; with the label's it would be read out twice.
-  gtk_accessible_reset_relation(GTK_ACCESSIBLE(button.gobj()), GTK_ACCESSIBLE_RELATION_LABELLED_BY);
   word->set_single_line_mode(true);
   word->set_ellipsize(Pango::EllipsizeMode::END);
   word->set_max_width_chars(mostLetters);
@@ -139,6 +137,8 @@ std::string AccessibleNameOf(const ToolData& tool, const std::string& file) {
 void SetAccessibleName(Gtk::Widget& widget, const std::string& name) {
   gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  ShownText(name).c_str(), -1);
+  // With the name of a label inside it would be read out twice.
+  gtk_accessible_reset_relation(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_RELATION_LABELLED_BY);
 }
 
 void MarkOpener(Gtk::Widget& widget) {

@@ -25,6 +25,7 @@ struct ToolFace {
 
 /// The name by which assistive tools know a tool: the words that are seen on it, else its tool tip.
 [[nodiscard]] std::string AccessibleNameOf(const ToolData& tool, const std::string& pictureFile);
+/// The name, and nothing beside it.
 void SetAccessibleName(Gtk::Widget& widget, const std::string& name);
 /// Tells that a widget opens a drop-down.
 void MarkOpener(Gtk::Widget& widget);
