@@ -8,6 +8,7 @@
 
 #include "browser/browser_frame.h"
 #include "core/variant.h"
+#include "filter/navigation_log.h"
 #include "platform/button.h"
 #include "platform/clipboard.h"
 #include "platform/combo_box.h"
@@ -67,6 +68,8 @@ class frmBrowser : public FormEvents,
   std::unique_ptr<KeyboardEvents> Keyboard;
   /// The document of the page, null until one has arrived and while what is shown is no HTML.
   std::shared_ptr<HtmlDocument> mWbrDoc;
+  /// The text of the hidden buffer through which this window's visits go into the log.
+  std::string LogURL = kLogURLDesignText;
 
   /// Asks whether the last blocked address may pass for this session, asks for the password, and goes there.
   /// Events run inside.

@@ -7,6 +7,7 @@ void ResetFilterValues() {
   BadWords = {};
   AllowedDomains = {};
   BlockedURL.clear();
+  AskedURL.reset();
   SessionAllowPending = false;
   BackBypass = false;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "filter/table.h"
@@ -16,6 +17,9 @@ inline BadWordsTable BadWords;
 inline AllowedDomainsTable AllowedDomains;
 /// Address of the last block; it keeps its value when SessionAllowPending goes back to false.
 inline std::string BlockedURL;
+/// The address for which the session lock asks at this moment, if it does: that one is granted, whatever is
+/// blocked while the question stands.
+inline std::optional<std::string> AskedURL;
 /// The gate's last run ended in a block.
 inline bool SessionAllowPending = false;
 /// Raised only while the Back command calls GoBack, and only if the parent's setting says so.

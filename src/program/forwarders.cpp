@@ -57,8 +57,12 @@ BrowserWindow ApplicationWindowsForwarder::NewBrowser() {
   return {std::shared_ptr<Form>(child, &child->Window()), &child->brwWebBrowser()};
 }
 
+StatusBar& PanelFrameForwarder::Status() { return link_.Get().Status(); }
+
 bool SessionGrantForwarder::SessionAllowPending() const { return kivandra::SessionAllowPending; }
 void SessionGrantForwarder::ClearSessionAllowPending() { kivandra::SessionAllowPending = false; }
-void SessionGrantForwarder::AllowBlockedURL() { AllowedDomains[AllowedDomains.FirstEmptyRow()] = BlockedURL; }
+void SessionGrantForwarder::AllowBlockedURL() {
+  AllowedDomains[AllowedDomains.FirstEmptyRow()] = AskedURL.value_or(BlockedURL);
+}
 
 }  // namespace kivandra

@@ -6,6 +6,7 @@
 #include "core/session_grant.h"
 #include "filter/gate_shell.h"
 #include "frame/frm_main.h"
+#include "panel/panel_frame.h"
 
 namespace kivandra {
 
@@ -63,6 +64,15 @@ class ApplicationWindowsForwarder : public ApplicationWindows {
   void SetFrameVisible(bool visible) override;
   WebBrowser& ActiveBrowser() override;
   BrowserWindow NewBrowser() override;
+
+ private:
+  const FrameLink& link_;
+};
+
+class PanelFrameForwarder : public PanelFrame {
+ public:
+  explicit PanelFrameForwarder(const FrameLink& link) : link_(link) {}
+  StatusBar& Status() override;
 
  private:
   const FrameLink& link_;

@@ -5,7 +5,9 @@
 #include "core/frm_password.h"
 #include "core/sub_main.h"
 #include "filter/gate_shell.h"
+#include "filter/navigation_log.h"
 #include "frame/frm_main.h"
+#include "panel/frm_options.h"
 #include "program/forwarders.h"
 
 namespace kivandra {
@@ -18,8 +20,17 @@ struct Program::Parts {
         application(ApplicationServices()),
         frameApplication(ApplicationServices()),
         pageObject(application),
+        options({platform.forms,
+                 platform.boxes,
+                 platform.registry,
+                 platform.files,
+                 platform.system,
+                 panelFrame,
+                 /* the default browser, and the blocking of two others */ {},
+                 {},
+                 {}}),
         password({platform.forms, platform.boxes, platform.registry, platform.sound, platform.system, grant,
-                  /* the parent's panel */ {}}),
+                  [this] { options.Show(); }}),
         frame(FrameParts()) {
     link.frame = &frame;
   }
@@ -38,7 +49,9 @@ struct Program::Parts {
             platform.keyboard,
             pageObject,
             [this] { password.ShowModal(); },
-            /* the navigation log */ {}};
+            [this](frmBrowser& window) {
+              LogVisit(platform.registry, platform.files, window.brwWebBrowser(), window.LogURL);
+            }};
   }
 
   [[nodiscard]] FrameServices FrameParts() {
@@ -67,11 +80,13 @@ struct Program::Parts {
   GateFrameForwarder gateFrame{link};
   BrowserFrameForwarder browserFrame{link};
   ApplicationWindowsForwarder windows{link};
+  PanelFrameForwarder panelFrame{link};
   SessionGrantForwarder grant;
   NavigationGate gate;
   Application application;
   Application frameApplication;
   ApplicationScript pageObject;
+  frmOptions options;
   frmPassword password;
   frmMain frame;
 };

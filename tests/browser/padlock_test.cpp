@@ -148,6 +148,37 @@ TEST_F(SessionLock, AFailingNavigationStillMaximisesAndEndsTheGrant) {
   EXPECT_FALSE(SessionAllowGranted);
 }
 
+TEST_F(SessionLock, TheAddressOfTheQuestionIsGrantedThoughAnotherPageIsBlockedMeanwhile) {
+  const auto other = OpenWindow();
+  Block();
+  // A page in the other window gets an address blocked that stands in nearly every other.
+  BadWords[2] = "s:";
+  const auto blockAnother = [&] { EngineOf(*other).Ask("s:"); };
+  Announce(MsgBoxResult::Yes, kBlocked, blockAnother);
+  whilePasswordIsAsked = [&] {
+    blockAnother();
+    ASSERT_EQ(BlockedURL, "s:");
+    ASSERT_EQ(AskedURL, kBlocked);
+    AllowedDomains[1] = *AskedURL;
+    SessionAllowGranted = true;
+  };
+  window->Padlock();
+  EXPECT_TRUE(journal.Has("frmBrowser#1.brwWebBrowser.Navigate \"" + kBlocked + "\""));
+  EXPECT_TRUE(journal.Has("allow " + kBlocked));
+  EXPECT_EQ(AskedURL, std::nullopt);
+  EXPECT_EQ(BlockedURL, "s:");
+}
+
+TEST_F(SessionLock, NoQuestionStandsAfterAnyEnd) {
+  Block();
+  Announce(MsgBoxResult::No);
+  window->Padlock();
+  EXPECT_EQ(AskedURL, std::nullopt);
+  journal.failAt = journal.calls + 1;
+  window->Padlock();
+  EXPECT_EQ(AskedURL, std::nullopt);
+}
+
 TEST_F(SessionLock, TheWindowMayCloseWhileTheQuestionStands) {
   Block();
   Announce(MsgBoxResult::Yes, kBlocked, [this] {

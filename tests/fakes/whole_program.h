@@ -38,6 +38,12 @@ struct WholeProgram : FakeWorld {
   void Click(const std::string& band, const std::string& name) {
     Frame().BarsOf("BonusBar").toolClick(ToolOf(band, name));
   }
+  /// The parent takes the Admin command and gives the password.
+  void OpenPanel(const std::string& password = {}) {
+    Frame().MenusOf("Menu").Choose("mnuAdmin");
+    forms.Of("frmPassword").TextBoxOf("txtPassword").text = password.empty() ? Setting("T_PW") : password;
+    forms.Of("frmPassword").ButtonOf("cmdOK").Click();
+  }
   /// Types into a child's address box and presses Enter.
   void Type(const std::string& text, int number = 1) {
     auto& box = Child(number).ComboOf("cboAddress");
