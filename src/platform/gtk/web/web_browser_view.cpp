@@ -121,6 +121,7 @@ void BrowserView::Start() {
   } else {
     OfferFindBar(view_);
   }
+  signals_.Connect<&BrowserView::OnPrint>(view_, "print", this);
   RefuseExtras(view_);
   signals_.Connect<&BrowserView::OnDecidePolicy>(view_, "decide-policy", this);
   signals_.Connect<&BrowserView::OnLoadChanged>(view_, "load-changed", this);

@@ -73,6 +73,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void OnProcessTerminated(WebKitWebProcessTerminationReason reason);
   gboolean OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
   GtkWidget* OnCreate(WebKitNavigationAction* action);
+  gboolean OnPrint(WebKitPrintOperation* operation);
   void OnReadyToShow();
   void OnCloseRequested();
   void OnAddress(GParamSpec* property);

@@ -6,6 +6,7 @@
 #include "platform/gtk/web/web_address.h"
 #include "platform/gtk/web/web_browser_control.h"
 #include "platform/gtk/web/web_browser_view.h"
+#include "platform/gtk/web/web_dialogs.h"
 #include "platform/gtk/web/web_text.h"
 
 namespace kivandra::gtk {
@@ -143,6 +144,12 @@ GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
     if (!IsBlankDocument(address)) view->Navigate(address);
   });
   return nullptr;
+}
+
+gboolean BrowserView::OnPrint(WebKitPrintOperation* /*operation*/) {
+  // A page may ask for the dialog in answer to a person; it can't hold anybody up with one after the other.
+  if (!banner_ && presses_->Take()) Later([this] { AskPrint(view_); });
+  return TRUE;
 }
 
 void BrowserView::OnReadyToShow() {
