@@ -91,7 +91,7 @@ TEST_F(BarDropDownTest, OpensWithinABlinkOfAnEye) {
 
 // Clicks.
 
-TEST_F(BarDropDownTest, OpeningATellsItsHeaderOnceAfterItStands) {
+TEST_F(BarDropDownTest, OpeningTellsTheHeaderOnceAfterTheDropDownStands) {
   Show();
   bool stood = false;
   Bars().OnToolClick([&](Tool& tool) {
@@ -165,8 +165,17 @@ TEST_F(BarDropDownTest, StaysOpenAndUsableWhenTheClickOfItsHeaderOpensAPageWindo
   ASSERT_TRUE(Until([&] { return page != nullptr; }));
   Settle();
   EXPECT_TRUE(IsOpen("SearchBy"));
-  EXPECT_EQ(Focused(), "Search The Web");
+  EXPECT_TRUE(Until([&] { return Focused() == "Search The Web"; }));
   page->Unload();
+}
+
+TEST_F(BarDropDownTest, KeepsTheKeyboardWhenAPageThatArrivesTakesIt) {
+  Show();
+  Open("Tools");
+  Address().grab_focus();
+  EXPECT_TRUE(Until([&] { return Focused() == "Highlight"; }));
+  Press(GDK_KEY_Escape);
+  EXPECT_FALSE(IsOpen("Tools"));
 }
 
 TEST_F(BarDropDownTest, ClosesWhenTheClickOfItsHeaderOpensABox) {

@@ -41,7 +41,10 @@ BarView::BarView(Gtk::Box& top, Gtk::Box& side, const std::string& iconDirectory
       pictures_(iconDirectory),
       self_(std::make_shared<BarView*>(this)) {}
 
-BarView::~BarView() { mapped_.disconnect(); }
+BarView::~BarView() {
+  mapped_.disconnect();
+  focus_.disconnect();
+}
 
 Gtk::Box& BarView::Parking() {
   if (parking_ == nullptr) {
@@ -111,6 +114,7 @@ void BarView::LetGo() {
   entered_ = nullptr;
   self_.reset();
   mapped_.disconnect();
+  focus_.disconnect();
   opened_.clear();
   for (const auto& band : bands_) {
     band->LetGo();
@@ -149,10 +153,28 @@ void BarView::RaiseClick(const std::shared_ptr<ToolView>& tool) {
     });
     Raise(click_, static_cast<Tool&>(*hold));
   }
-  if (self.lock() != nullptr && !opened_.empty() && opened_.back().menu->Opener() == hold.get() &&
-      !opened_.back().menu->HasKeyboard()) {
-    opened_.back().menu->FocusFirst();  // the handler's new page window took the keyboard from it
+}
+
+void BarView::KeepKeyboard() {
+  focus_.disconnect();
+  auto* window = dynamic_cast<Gtk::Window*>(top_.get_root());
+  if (window == nullptr) {
+    return;
   }
+  focus_ = window->property_focus_widget().signal_changed().connect([this] {
+    // Not at once: whoever moves the keyboard is still at it.
+    Glib::signal_idle().connect_once([self = std::weak_ptr<BarView*>(self_)] {
+      const auto bars = self.lock();
+      if (bars == nullptr || (*bars)->opened_.empty()) {
+        return;
+      }
+      const auto& opened = (*bars)->opened_;
+      if (std::none_of(opened.begin(), opened.end(),
+                       [](const Opened& each) { return each.menu->HasKeyboard(); })) {
+        opened.back().menu->FocusFirst();
+      }
+    });
+  });
 }
 
 std::size_t BarView::Around(const ToolView& tool) const {
@@ -198,6 +220,7 @@ void BarView::OpenDropDown(ToolView& tool, bool asClick, bool intoRows) {
       }
     });
     opened_.push_back({&menu, false});
+    KeepKeyboard();
     menu.Open(tool, intoRows);
   } else if (intoRows) {
     menu.FocusFirst();

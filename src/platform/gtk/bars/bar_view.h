@@ -50,6 +50,8 @@ class BarView : public WidgetControl, public BarControl, public ToolHost {
   void ClickLater(ToolView& tool);
   void RaiseClick(const std::shared_ptr<ToolView>& tool);
   void SettleAccessKeys();
+  /// A page that arrives takes the keyboard; while a drop-down is open it comes back to that.
+  void KeepKeyboard();
 
   Gtk::Box& top_;
   Gtk::Box& side_;
@@ -61,6 +63,7 @@ class BarView : public WidgetControl, public BarControl, public ToolHost {
   std::function<void(Tool&)> entered_;
   std::shared_ptr<BarView*> self_;  // what waits for the event loop looks here whether it still stands
   sigc::connection mapped_;
+  sigc::connection focus_;
 };
 
 }  // namespace kivandra::gtk
