@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/keyboard_hook.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/gtk/controls/key_codes.h"
@@ -16,6 +17,9 @@ int ShiftMask(GdkModifierType state) {
   return ((state & GDK_SHIFT_MASK) != 0 ? 1 : 0) | ((state & GDK_CONTROL_MASK) != 0 ? 2 : 0) |
          ((state & GDK_ALT_MASK) != 0 ? 4 : 0);
 }
+
+/// More keys than a person presses while a page is busy.
+constexpr std::size_t kRemembered = 256;
 
 }  // namespace
 
@@ -75,10 +79,15 @@ void GtkKeyboardHook::OnWindowGone(gpointer self, GObject* window) {
 bool GtkKeyboardHook::Tell(GtkEventControllerKey* controller, guint keyval, GdkModifierType state, bool up) {
   const Press press{gtk_event_controller_get_current_event_time(GTK_EVENT_CONTROLLER(controller)), keyval,
                     up};
-  if (press == last_ && press.time != GDK_CURRENT_TIME) {
-    return false;
+  if (press.time != GDK_CURRENT_TIME) {
+    if (std::find(told_.begin(), told_.end(), press) != told_.end()) {
+      return false;
+    }
+    told_.push_back(press);
+    if (told_.size() > kRemembered) {
+      told_.pop_front();
+    }
   }
-  last_ = press;
   const int key = KeyCodeOf(keyval);
   const Procedure procedure = procedure_;
   return key != 0 && procedure && procedure(0, key, up, ShiftMask(state));

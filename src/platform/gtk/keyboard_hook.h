@@ -4,6 +4,7 @@
 #include <gtkmm.h>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 
@@ -25,7 +26,8 @@ class GtkKeyboardHook : public KeyboardHook {
 
  private:
   /// What tells one press from another. A page gives back the keys that it has no use for, and the toolkit
-  /// then tells the very same event a second time.
+  /// then tells the very same event a second time; a busy page does so when later keys have been told
+  /// already.
   struct Press {
     guint32 time = 0;
     guint keyval = 0;
@@ -46,7 +48,7 @@ class GtkKeyboardHook : public KeyboardHook {
   Procedure procedure_;
   std::map<GtkWindow*, GtkEventController*> watched_;
   gulong windowsChanged_ = 0;
-  Press last_;
+  std::deque<Press> told_;  // the latest ones, oldest first
 };
 
 }  // namespace kivandra::gtk

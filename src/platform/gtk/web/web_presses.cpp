@@ -27,7 +27,8 @@ gboolean Presses::OnEvent(GdkEvent* event) {
   const GdkEventType type = gdk_event_get_event_type(event);
   const bool isPress = type == GDK_BUTTON_PRESS || type == GDK_KEY_PRESS || type == GDK_TOUCH_BEGIN;
   const guint32 stamp = gdk_event_get_time(event);
-  if (isPress && stamp != stamp_) {
+  const bool isLater = stamp_ == 0 || static_cast<gint32>(stamp - stamp_) > 0;  // the stamps go round
+  if (isPress && isLater) {
     stamp_ = stamp;
     pressed_ = g_get_monotonic_time();
   }

@@ -23,7 +23,7 @@ class Presses : public std::enable_shared_from_this<Presses> {
   gboolean OnEvent(GdkEvent* event);
 
   gint64 pressed_ = 0;  // when, in microseconds; 0 once it has counted
-  guint32 stamp_ = 0;   // of the press's event: keys that a page has no use for come back with the same one
+  guint32 stamp_ = 0;   // of the latest press: keys that a page has no use for come back with their old one
   SignalConnections signals_;
 };
 
