@@ -85,7 +85,7 @@ class Teller : public FormEvents {
   std::vector<std::string>& journal_;
 };
 
-class WindowTest : public testing::Test {
+class WindowTest : public ::testing::Test {
  protected:
   ~WindowTest() override { Settle(); }
 

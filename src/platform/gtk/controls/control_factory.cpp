@@ -5,10 +5,13 @@
 #include "platform/check_box.h"
 #include "platform/common_dialog.h"
 #include "platform/gtk/bars/bar_view.h"
+#include "platform/gtk/controls/calendar_control.h"
+#include "platform/gtk/controls/check_box_control.h"
 #include "platform/gtk/controls/common_dialog.h"
 #include "platform/gtk/controls/mdi_client_control.h"
 #include "platform/gtk/controls/page_view_control.h"
 #include "platform/gtk/controls/plain_controls.h"
+#include "platform/gtk/controls/rich_text_box_control.h"
 #include "platform/gtk/controls/skin_control.h"
 #include "platform/gtk/controls/text_controls.h"
 #include "platform/gtk/controls/timer_control.h"
@@ -71,8 +74,10 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       control = Make<ButtonControl, Gtk::Button>(object);
       break;
     case ControlKind::Calendar:
+      control = Make<CalendarControl, Gtk::Calendar>(object);
+      break;
     case ControlKind::CheckBox:
-    case ControlKind::RichTextBox:
+      control = Make<CheckBoxControl, Gtk::CheckButton>(object);
       break;
     case ControlKind::CommonDialog:
       if (IsCommonDialog(object)) {
@@ -104,6 +109,9 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       if (auto* box = As<Gtk::Box>(object)) {
         control = std::make_unique<PictureBoxControl>(*box);
       }
+      break;
+    case ControlKind::RichTextBox:
+      control = Make<RichTextBoxControl, Gtk::TextView>(object);
       break;
     case ControlKind::SkinForm:
       if (IsSkin(object)) {

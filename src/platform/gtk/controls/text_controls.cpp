@@ -21,6 +21,17 @@ void NameListButton(GtkWidget* inside) {
   }
 }
 
+/// A long item ends in an ellipsis in the list; the field shows the whole of it.
+void ShortenItems(Gtk::ComboBoxText& combo) {
+  constexpr int kWidestItem = 48;  // characters
+  for (Gtk::CellRenderer* cell : combo.get_cells()) {
+    if (auto* text = dynamic_cast<Gtk::CellRendererText*>(cell)) {
+      text->property_ellipsize() = Pango::EllipsizeMode::END;
+      text->property_max_width_chars() = kWidestItem;
+    }
+  }
+}
+
 }  // namespace
 
 TextBoxControl::TextBoxControl(Gtk::Widget& entry)
@@ -49,7 +60,7 @@ void TextBoxControl::LetGo() {
 ComboBoxControl::ComboBoxControl(Gtk::ComboBoxText& combo)
     : WidgetControl(combo),
       text_(GTK_EDITABLE(gtk_combo_box_get_child(combo.Gtk::ComboBox::gobj()))),
-      keys_(combo) {
+      keys_(*combo.get_child()) {  // the field alone: in the list Enter chooses an item
   combo.signal_changed().connect([this] { Chosen(); });
   combo.property_popup_shown().signal_changed().connect([this] {
     if (Combo().property_popup_shown()) {
@@ -57,6 +68,7 @@ ComboBoxControl::ComboBoxControl(Gtk::ComboBoxText& combo)
     }
   });
   NameListButton(combo.Gtk::Widget::gobj());
+  ShortenItems(combo);
   auto clicks = Gtk::GestureClick::create();
   clicks->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
   clicks->signal_pressed().connect([this](int times, double, double) {
