@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/desktop_input.h"
 
-#include <functional>
 #include <stdexcept>
+
+#include "engine/engine_test.h"
 
 // Its macros break other headers, so it comes last.
 #include <gdk/x11/gdkx.h>
@@ -15,17 +16,6 @@ struct Ending {
   bool well = false;
 };
 
-/// Runs the main loop until `done` holds; false if that takes longer than a patient person would wait.
-bool Comes(const std::function<bool()>& done) {
-  bool late = false;
-  const guint timer = g_timeout_add(
-      20000, +[](gpointer flag) -> gboolean { return *static_cast<bool*>(flag) = true, G_SOURCE_CONTINUE; },
-      &late);
-  while (!done() && !late) g_main_context_iteration(nullptr, TRUE);
-  g_source_remove(timer);
-  return done();
-}
-
 void OnEnded(GObject* source, GAsyncResult* result, gpointer data) {
   auto* ending = static_cast<Ending*>(data);
   ending->well = g_subprocess_wait_check_finish(G_SUBPROCESS(source), result, nullptr) != FALSE;
@@ -35,14 +25,14 @@ void OnEnded(GObject* source, GAsyncResult* result, gpointer data) {
 }  // namespace
 
 DesktopInput::DesktopInput(GtkWidget* widget) {
-  if (!Comes([&] { return gtk_widget_get_mapped(widget) != FALSE; })) {
+  if (!WaitUntil([&] { return gtk_widget_get_mapped(widget) != FALSE; })) {
     throw std::runtime_error("the window does not come");
   }
   GdkSurface* surface = gtk_native_get_surface(gtk_widget_get_native(widget));
   window_ = std::to_string(gdk_x11_surface_get_xid(surface));
   Do({"windowraise", window_, "windowfocus", "--sync", window_});
   auto* top = GTK_WINDOW(gtk_widget_get_root(widget));
-  if (!Comes([&] { return gtk_window_is_active(top) != FALSE; })) {
+  if (!WaitUntil([&] { return gtk_window_is_active(top) != FALSE; })) {
     throw std::runtime_error("the window does not get the keyboard");
   }
 }

@@ -24,15 +24,16 @@ class CalendarTest : public ControlTest {
   }
   /// The day's label in the month on show, or of a neighbour's.
   Gtk::Widget& DayLabel(const std::string& day, bool otherMonth = false) {
-    const auto found = Below(Days(), [&](Gtk::Widget& each) {
+    const auto found = WidgetsBelow(Days(), [&](Gtk::Widget& each) {
       const auto* label = dynamic_cast<Gtk::Label*>(&each);
       return label != nullptr && each.has_css_class("day-number") &&
-             each.has_css_class("other-month") == otherMonth && label->get_text() == day;
+             each.has_css_class("other-month") == otherMonth && label->get_text().raw() == day;
     });
     return *found.at(0);
   }
   std::vector<Gtk::Widget*> Buttons() {
-    return Below(Days(), [](Gtk::Widget& each) { return dynamic_cast<Gtk::Button*>(&each) != nullptr; });
+    return WidgetsBelow(Days(),
+                        [](Gtk::Widget& each) { return dynamic_cast<Gtk::Button*>(&each) != nullptr; });
   }
 
   Calendar* calendar = nullptr;

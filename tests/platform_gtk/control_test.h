@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <utility>
-
-#include "engine/desktop_input.h"
+#include "platform_gtk/hands.h"
 #include "platform_gtk/window_test.h"
 
 namespace kivandra::gtk {
@@ -19,20 +17,11 @@ class ControlTest : public WindowTest {
   }
   static Gtk::Widget& WidgetOf(Control& control) { return dynamic_cast<WidgetControl&>(control).Widget(); }
   static Gtk::Window& WindowOf(Gtk::Widget& widget) { return dynamic_cast<Gtk::Window&>(*widget.get_root()); }
-  kivandra::testing::DesktopInput& Hands(Gtk::Widget& widget) {
+  Hands& HandsOn(Gtk::Widget& widget) {
     if (!hands) {
-      hands = std::make_unique<kivandra::testing::DesktopInput>(widget.gobj());
+      hands = std::make_unique<Hands>(WindowOf(widget));
     }
     return *hands;
-  }
-  /// A place of a widget as the display counts it on the window.
-  static std::pair<int, int> OnWindow(Gtk::Widget& widget, double x, double y) {
-    GtkNative* native = gtk_widget_get_native(widget.gobj());
-    double left = 0;
-    double top = 0;
-    gtk_widget_translate_coordinates(widget.gobj(), GTK_WIDGET(native), x, y, &x, &y);
-    gtk_native_get_surface_transform(native, &left, &top);
-    return {static_cast<int>(x + left), static_cast<int>(y + top)};
   }
   /// Waits until a widget has its place.
   void Laid(Gtk::Widget& widget) {
@@ -40,26 +29,12 @@ class ControlTest : public WindowTest {
   }
   void Click(Gtk::Widget& widget, int button = 1) {
     Laid(widget);
-    const auto [x, y] = OnWindow(widget, widget.get_width() / 2.0, widget.get_height() / 2.0);
-    Hands(widget).Click(x, y, button);
+    HandsOn(widget).Click(widget, button);
     Settle();
   }
   void Press(Gtk::Widget& widget, const std::vector<std::string>& keys) {
-    Hands(widget).Press(keys);
+    HandsOn(widget).Press(keys);
     Settle();
-  }
-  /// Every widget below this one that passes the test.
-  static std::vector<Gtk::Widget*> Below(Gtk::Widget& widget,
-                                         const std::function<bool(Gtk::Widget&)>& wanted) {
-    std::vector<Gtk::Widget*> found;
-    for (Gtk::Widget* each = widget.get_first_child(); each != nullptr; each = each->get_next_sibling()) {
-      if (wanted(*each)) {
-        found.push_back(each);
-      }
-      const auto deeper = Below(*each, wanted);
-      found.insert(found.end(), deeper.begin(), deeper.end());
-    }
-    return found;
   }
   static bool HasName(Gtk::Widget& widget) {
     auto* accessible = GTK_ACCESSIBLE(widget.gobj());
@@ -74,7 +49,7 @@ class ControlTest : public WindowTest {
   }
 
   std::shared_ptr<Form> form;
-  std::unique_ptr<kivandra::testing::DesktopInput> hands;
+  std::unique_ptr<Hands> hands;
 };
 
 }  // namespace kivandra::gtk

@@ -39,9 +39,11 @@ void Hands::Press(const std::vector<std::string>& keys) {
 }
 
 void Hands::MoveTo(Gtk::Widget& widget) {
-  double x = 0;
-  double y = 0;
-  widget.translate_coordinates(window_, widget.get_width() / 2.0, widget.get_height() / 2.0, x, y);
+  MoveTo(widget, widget.get_width() / 2.0, widget.get_height() / 2.0);
+}
+
+void Hands::MoveTo(Gtk::Widget& widget, double x, double y) {
+  widget.translate_coordinates(window_, x, y, x, y);
   double left = 0;
   double top = 0;
   gtk_native_get_surface_transform(GTK_NATIVE(window_.gobj()), &left, &top);
@@ -53,6 +55,15 @@ void Hands::Click(Gtk::Widget& widget, int button) {
   MoveTo(widget);
   Do({"click", std::to_string(button)});
 }
+
+void Hands::Click(Gtk::Widget& widget, double x, double y, int button) {
+  MoveTo(widget, x, y);
+  Do({"click", std::to_string(button)});
+}
+
+void Hands::ButtonDown() { Do({"mousedown", "1"}); }
+
+void Hands::ButtonUp() { Do({"mouseup", "1"}); }
 
 void Hands::Do(std::vector<std::string> command) {
   std::vector<const char*> words{"xdotool"};

@@ -23,6 +23,11 @@ class Hands {
   void MoveTo(Gtk::Widget& widget);
   /// Clicks in the middle of a widget of the window.
   void Click(Gtk::Widget& widget, int button = 1);
+  /// The same for a place inside a widget, in pixels.
+  void MoveTo(Gtk::Widget& widget, double x, double y);
+  void Click(Gtk::Widget& widget, double x, double y, int button = 1);
+  void ButtonDown();
+  void ButtonUp();
 
  private:
   void Do(std::vector<std::string> command);

@@ -31,7 +31,8 @@ class OptionsFormTest : public ControlTest {
   std::string Focus() {
     for (Gtk::Widget* each = Window().get_focus(); each != nullptr; each = each->get_parent()) {
       const char* name = gtk_buildable_get_buildable_id(GTK_BUILDABLE(each->gobj()));
-      if (name != nullptr && std::string(name).find("___") != 0) {
+      // "box" is the toolkit's own, inside a list field.
+      if (name != nullptr && std::string(name).find("___") != 0 && std::string(name) != "box") {
         return name;
       }
     }
@@ -89,8 +90,8 @@ TEST_F(OptionsFormTest, SaysItsWordsLetterByLetter) {
   const std::string tip =
       "By choosing this option, the filter will not be used when the back button is used.  Side effects "
       "include \"occasional\" objectionable material";
-  EXPECT_EQ(WidgetOf(form->Get<Label>("SkinLabel2")).get_tooltip_text(), tip + ".");
-  EXPECT_EQ(WidgetOf(form->Get<Label>("SkinLabel3")).get_tooltip_text(),
+  EXPECT_EQ(WidgetOf(form->Get<Label>("SkinLabel2")).get_tooltip_text().raw(), tip + ".");
+  EXPECT_EQ(WidgetOf(form->Get<Label>("SkinLabel3")).get_tooltip_text().raw(),
             tip + " spawned from malicious popups.");
 }
 
@@ -166,7 +167,7 @@ TEST_F(OptionsFormTest, EveryControlIsReachedByTabInReadingOrder) {
 }
 
 TEST_F(OptionsFormTest, EverythingThatCanBeUsedHasAName) {
-  const auto nameless = Below(Window(), [](Gtk::Widget& each) {
+  const auto nameless = WidgetsBelow(Window(), [](Gtk::Widget& each) {
     if (auto* button = dynamic_cast<Gtk::Button*>(&each)) {
       return button->get_label().empty() && !HasName(each);
     }
@@ -242,8 +243,8 @@ TEST_F(ListFieldTest, AVeryLongEntryDoesNotSpreadTheList) {
   combo->AddItem(std::string(10000, 'w'), 2);
   dynamic_cast<Gtk::ComboBoxText&>(WidgetOf(*combo)).popup();
   Settle();
-  const auto lists = Below(WidgetOf(*combo),
-                           [](Gtk::Widget& each) { return dynamic_cast<Gtk::Popover*>(&each) != nullptr; });
+  const auto lists = WidgetsBelow(
+      WidgetOf(*combo), [](Gtk::Widget& each) { return dynamic_cast<Gtk::Popover*>(&each) != nullptr; });
   ASSERT_EQ(lists.size(), 1U);
   EXPECT_LT(lists[0]->get_width(), 700);
   EXPECT_EQ(combo->List(2).size(), 10000U);

@@ -38,7 +38,7 @@ class PdfFile {
 
  private:
   static std::string Unpacked(const std::string& packed) {
-    auto converter = Gio::ZlibDecompressor::create(Gio::ZlibCompressorFormat::ZLIB, -1);
+    auto converter = Gio::ZlibDecompressor::create(Gio::ZlibCompressorFormat::ZLIB);
     std::string whole;
     std::string part(1U << 16U, '\0');
     gsize from = 0;

@@ -41,8 +41,8 @@ class RichTextTest : public ControlTest {
   }
 
   Gtk::TextView& View() { return dynamic_cast<Gtk::TextView&>(WidgetOf(*box)); }
-  [[nodiscard]] std::string Shown() { return View().get_buffer()->get_text(); }
-  /// A place on the window in the middle of a character.
+  [[nodiscard]] std::string Shown() { return View().get_buffer()->get_text().raw(); }
+  /// A place in the view, in the middle of a character.
   std::pair<int, int> Character(int offset) {
     Gdk::Rectangle place;
     View().get_iter_location(View().get_buffer()->get_iter_at_offset(offset), place);
@@ -50,12 +50,12 @@ class RichTextTest : public ControlTest {
     int y = 0;
     View().buffer_to_window_coords(Gtk::TextWindowType::WIDGET, place.get_x() + place.get_width() / 2,
                                    place.get_y() + place.get_height() / 2, x, y);
-    return OnWindow(View(), x, y);
+    return {x, y};
   }
   int InLink(std::size_t link) const { return static_cast<int>(text.links[link].begin) + 4; }
   void ClickAt(int offset, int button = 1) {
     const auto [x, y] = Character(offset);
-    Hands(View()).Click(x, y, button);
+    HandsOn(View()).Click(View(), x, y, button);
     Settle();
   }
 
@@ -86,11 +86,11 @@ TEST_F(RichTextTest, ADragThatSelectsTextAndEndsOnALinkIsNoClick) {
     told.clear();
     const auto [x, y] = Character(from);
     const auto [toX, toY] = Character(InLink(0) + 12);
-    Hands(View()).MoveTo(x, y);
-    Hands(View()).ButtonDown();
-    Hands(View()).MoveTo((x + toX) / 2, toY);
-    Hands(View()).MoveTo(toX, toY);
-    Hands(View()).ButtonUp();
+    HandsOn(View()).MoveTo(View(), x, y);
+    HandsOn(View()).ButtonDown();
+    HandsOn(View()).MoveTo(View(), (x + toX) / 2, toY);
+    HandsOn(View()).MoveTo(View(), toX, toY);
+    HandsOn(View()).ButtonUp();
     EXPECT_TRUE(Until([&] { return View().get_buffer()->get_has_selection(); }));
     Settle();
     for (const auto& line : told) {
