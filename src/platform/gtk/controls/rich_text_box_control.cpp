@@ -13,6 +13,7 @@ constexpr int kGapBetweenLines = 5;  // pixels
 // second or two for each million letters. A full day comes whole; what is longer comes when one gets near it.
 constexpr std::size_t kFirstBytes = std::size_t{16} << 10U;
 constexpr std::size_t kBytesAtOnce = std::size_t{16} << 10U;
+constexpr unsigned kStepMilliseconds = 10;
 constexpr std::size_t kBytesAhead = std::size_t{2} << 20U;
 
 Gdk::RGBA Colour(Gtk::Widget& widget, const char* name, const char* otherwise) {
@@ -72,9 +73,11 @@ void RichTextBoxControl::SetText(const std::string& text, const std::vector<Text
 }
 
 void RichTextBoxControl::KeepShowing() {
-  // After input, drawing and the laying out of what is there already.
-  loading_ = Glib::signal_idle().connect(
-      [this] { return Guarded([this] { return ShowMore(kBytesAtOnce); }); }, Glib::PRIORITY_LOW);
+  // After input, drawing and the laying out of what is there already; and not whenever nothing else is to do,
+  // for then events would never come to an end while it goes on.
+  loading_ =
+      Glib::signal_timeout().connect([this] { return Guarded([this] { return ShowMore(kBytesAtOnce); }); },
+                                     kStepMilliseconds, Glib::PRIORITY_LOW);
 }
 
 void RichTextBoxControl::WatchScrolling(Gtk::TextView& view) {
@@ -84,7 +87,7 @@ void RichTextBoxControl::WatchScrolling(Gtk::TextView& view) {
   }
   const auto look = [this, adjustment = heights.get()] {
     const double below = adjustment->get_upper() - adjustment->get_value() - adjustment->get_page_size();
-    if (!complete_ && !loading_.connected() && below < 2 * adjustment->get_page_size()) {
+    if (!gone_ && !complete_ && !loading_.connected() && below < 2 * adjustment->get_page_size()) {
       wanted_ = place_.byte + kBytesAhead;
       KeepShowing();
     }
@@ -153,6 +156,7 @@ void RichTextBoxControl::LetGo() {
   loading_.disconnect();
   telling_.disconnect();
   link_ = nullptr;
+  gone_ = true;
   WidgetControl::LetGo();
 }
 

@@ -71,6 +71,8 @@ class RichTextBoxControl : public WidgetControl, public RichTextBox {
   sigc::connection telling_;
   std::deque<std::pair<unsigned, TextSpan>> told_;
 
+  bool gone_ = false;  // the window is; its view may still hear of a focus that is lost
+
   struct Press {
     std::size_t link;
     double x;

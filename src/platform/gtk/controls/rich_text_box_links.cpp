@@ -40,12 +40,17 @@ void RichTextBoxControl::WatchMouse(Gtk::TextView& view) {
   gtk_widget_add_controller(view.Gtk::Widget::gobj(), events);
   auto motion = Gtk::EventControllerMotion::create();
   motion->signal_motion().connect([this](double x, double y) {
-    Guarded([&] { View().set_cursor(LinkUnder(x, y) ? "pointer" : "text"); });
+    if (!gone_) {
+      Guarded([&] { View().set_cursor(LinkUnder(x, y) ? "pointer" : "text"); });
+    }
   });
   view.add_controller(motion);
 }
 
 bool RichTextBoxControl::MouseEvent(GdkEvent* event) {
+  if (gone_) {
+    return false;
+  }
   const GdkEventType type = gdk_event_get_event_type(event);
   const bool down = type == GDK_BUTTON_PRESS || type == GDK_TOUCH_BEGIN;
   const bool up = type == GDK_BUTTON_RELEASE || type == GDK_TOUCH_END;
@@ -101,7 +106,7 @@ void RichTextBoxControl::WatchKeys(Gtk::TextView& view) {
   view.get_buffer()->signal_mark_set().connect(
       [this](const Gtk::TextIter&, const Glib::RefPtr<Gtk::TextMark>& mark) {
         Guarded([&] {
-          if (mark == View().get_buffer()->get_insert()) {
+          if (!gone_ && mark == View().get_buffer()->get_insert()) {
             MarkCurrentLink();
           }
         });
@@ -110,6 +115,9 @@ void RichTextBoxControl::WatchKeys(Gtk::TextView& view) {
 }
 
 bool RichTextBoxControl::KeyPressed(unsigned keyval) {
+  if (gone_) {
+    return false;
+  }
   if (keyval == GDK_KEY_Tab || keyval == GDK_KEY_KP_Tab) {
     return GoToLink(true);
   }
@@ -157,6 +165,9 @@ bool RichTextBoxControl::GoToLink(bool forward) {
 }
 
 void RichTextBoxControl::MarkCurrentLink() {
+  if (gone_) {
+    return;
+  }
   Gtk::TextView& view = View();
   const auto buffer = view.get_buffer();
   // The old place is remembered: looking for it in a long text would be felt.
