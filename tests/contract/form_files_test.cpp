@@ -75,6 +75,22 @@ std::set<std::string> TypesOf(ControlKind kind) {
   return {};
 }
 
+/// Opens the panel and uses what asks for its controls.
+void AskForThePanelsControls(fakes::WholeProgram& world) {
+  world.OpenPanel();
+  auto& panel = world.forms.Of("frmOptions");
+  for (const char* button : {"Skinbutton1", "Command1", "SkinButton2", "SkinButton4", "Command3"}) {
+    panel.ButtonOf(button).Click();
+  }
+  panel.ButtonOf("b_allowButton_0").Click();
+  panel.ButtonOf("b_allowButton_1").Click();
+  panel.CalendarOf("Calendar1").Choose(16, 11, 2026);
+  auto& log = world.forms.Of("Navigation").RichTextOf("URLS");
+  ASSERT_EQ(log.links.size(), 1U);
+  log.link(WM_LBUTTONUP, log.links[0]);
+  world.forms.Of("parentbrowse").events->Form_Resize();
+}
+
 TEST(FormFilesTest, HoldEveryControlThatTheProgramAsksFor) {
   fakes::WholeProgram world;
   // A first start, a block with its grant, and a closing ask for every control there is.
@@ -93,6 +109,10 @@ TEST(FormFilesTest, HoldEveryControlThatTheProgramAsksFor) {
     world.forms.Of("frmPassword").ButtonOf("cmdOK").Click();
   });
   world.Click("MainBar", "Lock");
+  // The parent's windows: the panel, the log of a day, a page of it.
+  SaveItem(world.registry, "R_N", "1");
+  world.Browser().ShowPage("http://www.otters.org/", "Otters");
+  AskForThePanelsControls(world);
   world.Frame().Close(UnloadMode::ControlMenu);
 
   ASSERT_GT(world.forms.askedFor.size(), 30U);
