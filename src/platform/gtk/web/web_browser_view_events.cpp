@@ -138,6 +138,10 @@ GtkWidget* BrowserView::OnCreate(WebKitNavigationAction* action) {
     chosen->geometry_ = WindowSize(view_);
     return GTK_WIDGET(chosen->view_);
   }
+  // A window that has closed may still be held by whoever gave it.
+  const bool gone = chosen->view_ == nullptr ||
+                    (chosen->place_ == nullptr && gtk_widget_get_root(GTK_WIDGET(chosen->view_)) == nullptr);
+  if (gone) return nullptr;
   // The window was there before. The engine can't open a page's window in it, but it can go to the same
   // address, as if that had been typed there.
   chosen->Later([view = chosen.get(), address] {
