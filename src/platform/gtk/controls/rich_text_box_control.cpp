@@ -13,7 +13,7 @@ constexpr int kGapBetweenLines = 5;  // pixels
 // second or two for each million letters. A full day comes whole; what is longer comes when one gets near it.
 constexpr std::size_t kFirstBytes = std::size_t{16} << 10U;
 constexpr std::size_t kBytesAtOnce = std::size_t{16} << 10U;
-constexpr unsigned kStepMilliseconds = 10;
+constexpr unsigned kStepMilliseconds = 60;
 constexpr std::size_t kBytesAhead = std::size_t{2} << 20U;
 
 Gdk::RGBA Colour(Gtk::Widget& widget, const char* name, const char* otherwise) {
