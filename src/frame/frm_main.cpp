@@ -46,10 +46,8 @@ void frmMain::WireControls() {
   TimerOf("timerTips").OnTimer([this] { timerTips_Timer(); });
   TimerOf("Refreshtimer").OnTimer([this] { Refreshtimer_Timer(); });
   brwBanner().SetEvents(banner_.get());
-  attempt([&] {
-    Menu().Lay(MenuTree());
-    Menu().OnClick([this](const std::string& name) { Menu_Click(name); });
-  });
+  Menu().Lay(MenuTree());
+  Menu().OnClick([this](const std::string& name) { Menu_Click(name); });
   BonusBar().Lay(BonusBarData());
   BonusBar().OnToolClick([this](Tool& tool) { BonusBar_ToolClick(tool); });
   BonusBar().OnToolEntered([this](Tool& tool) { BonusBar_ToolEntered(tool); });

@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "fakes/whole_program.h"
+#include "frame/banner_free.h"
 
 namespace kivandra {
 namespace {
@@ -113,9 +114,16 @@ TEST(FormFilesTest, HoldEveryControlThatTheProgramAsksFor) {
   SaveItem(world.registry, "R_N", "1");
   world.Browser().ShowPage("http://www.otters.org/", "Otters");
   AskForThePanelsControls(world);
+  // The menus, a skin, a tip, a window without bars.
+  for (const char* entry : {"mnuskins", "mnuFileOpen", "mnuImages", "mnuTip"}) {
+    world.Frame().MenusOf("Menu").Choose(entry);
+  }
+  world.loop.Advance(2000);
+  world.forms.Of("frmTip").ButtonOf("cmdOK").Click();
+  BannerFree::Create(world.forms, [](const FormEvents&) {})->Show("Support", "http://site.example/");
   world.Frame().Close(UnloadMode::ControlMenu);
 
-  ASSERT_GT(world.forms.askedFor.size(), 30U);
+  ASSERT_GT(world.forms.askedFor.size(), 35U);
   std::map<std::string, FormFile> files;
   for (const auto& [form, name, kind] : world.forms.askedFor) {
     if (files.count(form) == 0) {
