@@ -117,7 +117,8 @@ TEST_F(BannerTest, AWindowThatCannotBeMadeMeansThatNoneOpens) {
 TEST_F(BannerTest, AWindowThatCannotBeShownIsHandedOverAllTheSame) {
   world.StartWithoutChild();
   world.journal.failOn = "frmBrowser#2.Visible = True";
-  EXPECT_EQ(NewWindow(), &world.Browser(2));
+  const WebBrowser* given = NewWindow();
+  EXPECT_EQ(given, &world.Browser(2));
 }
 
 TEST_F(BannerTest, AWindowThatIsClosedWhileItIsShownIsNotHandedOver) {

@@ -108,7 +108,7 @@ TEST_F(SkinsTest, AFailingStepLeavesTheStepsBehindItExceptThatWithoutADialogTher
   }
 }
 
-TEST_F(SkinsTest, AFrameThatIsClosedWhileTheDialogStandsIsLeftAlone) {
+TEST_F(SkinsTest, AFrameThatIsClosedWhileTheDialogStandsIsLeftAsItWasAndTheChoiceStands) {
   world.journal.watch = [&](const std::string& line) {
     if (line == kDialog + "ShowOpen") {
       world.journal.watch = nullptr;
@@ -116,7 +116,9 @@ TEST_F(SkinsTest, AFrameThatIsClosedWhileTheDialogStandsIsLeftAlone) {
     }
   };
   EXPECT_NO_THROW(Choose(kNew));
-  EXPECT_EQ(SkinFile, kOld);
+  EXPECT_FALSE(world.forms.IsLoaded("frmMain"));
+  EXPECT_TRUE(world.journal.With("frmMain.SkinForm1").empty());
+  EXPECT_EQ(Stored(), kNew);
 }
 
 TEST_F(SkinsTest, ApplySkinPassesOverAFileThatIsNoSkin) {
