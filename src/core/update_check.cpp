@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/update_check.h"
+
+#include "core/program_files.h"
+#include "core/program_sound.h"
+#include "hosts.h"
+#include "platform/page_view.h"
+#include "platform/platform_error.h"
+
+namespace kivandra {
+namespace {
+
+constexpr const char* kPackage = "browser_update.exe";
+
+std::string SiteFile(std::string_view path) {
+  return "http://" + std::string(hosts::kProductSite) + std::string(path);
+}
+
+/// Marks the time in which a check runs.
+class Running {
+ public:
+  explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Running() { flag_ = false; }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
+  // The fetch lets events run, and a person may ask again meanwhile.
+  if (running_) {
+    return;
+  }
+  const Running running(running_);
+  try {
+    Check(inet1, quiet);
+  } catch (const PlatformError& error) {
+    services_.boxes.MsgBox(std::string("Error when loading update file\r") + error.what());
+  }
+}
+
+void UpdateCheck::Check(Inet& inet1, bool quiet) {
+  // 1. to 3.
+  const std::string current = inet1.OpenURL(SiteFile("/BrowserVer.dat"));
+  // 4. A test for equality, to the byte: there is no order between versions.
+  if (current == kOwnVersion) {
+    // 5.
+    if (!quiet) {
+      services_.windows.SetFrameCaption("You have the most recent version of the Kivandra.");
+    }
+    return;
+  }
+  // 6.
+  if (services_.boxes.MsgBox("A more recent version of Kivandra exists. Would you like to update it now?",
+                             kMsgYesNo) == MsgBoxResult::Yes) {
+    Update(inet1);
+  }
+}
+
+void UpdateCheck::Update(Inet& inet1) {
+  // 7.
+  services_.windows.UnloadActiveChild();
+  ShowNotice();
+  // 8. and 9.
+  services_.files.WriteFile(ProgramFile(services_.system, kPackage),
+                            inet1.OpenURL(SiteFile("/browser_update.exe")));
+  // 10.
+  Updateform_->Unload();
+  // 11.
+  PlayProgramSound(services_.registry, services_.sound, services_.system, "complete.wav");
+  // 12. kept on purpose: the date in the text.
+  services_.boxes.MsgBox(
+      "Kivandra needs to be restarted.  Click OK.  When the update is complete, simply restart Kivandra!  "
+      "Happy New "
+      "Years 2002!");
+  // 13. A program of its own, which lies beside this one.
+  services_.shell.Shell(ProgramFile(services_.system, "update.exe"), kMinimizedFocus);
+  // 14.
+  services_.events.EndProgram();
+}
+
+void UpdateCheck::ShowNotice() {
+  Updateform_ = services_.forms.Load("Updateform");
+  Updateform_->Get<PageView>("WebBrowser1").Navigate(SiteFile("/update/update1.html"));
+  Updateform_->SetVisible(true);
+}
+
+}  // namespace kivandra
