@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/gtk/controls/file_choosers.h"
 #include "platform/gtk/forms/title_bar.h"
 #include "platform/gtk/guard.h"
 #include "platform/gtk/utf8_text.h"
@@ -66,77 +67,11 @@ bool IsReadableFolder(const std::string& path) {
          access(path.c_str(), R_OK | X_OK) == 0;
 }
 
-/// Takes every wish for the chooser's own menu before the chooser sees it.
-void ShutItsMenu(Gtk::Window& dialog) {
-  auto click = Gtk::GestureClick::create();
-  click->set_button(GDK_BUTTON_SECONDARY);
-  click->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  GtkGesture* gesture = GTK_GESTURE(click->gobj());
-  click->signal_pressed().connect(
-      [gesture](int, double, double) { gtk_gesture_set_state(gesture, GTK_EVENT_SEQUENCE_CLAIMED); });
-  dialog.add_controller(click);
-  auto hold = Gtk::GestureLongPress::create();
-  hold->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  GtkGesture* holding = GTK_GESTURE(hold->gobj());
-  hold->signal_pressed().connect(
-      [holding](double, double) { gtk_gesture_set_state(holding, GTK_EVENT_SEQUENCE_CLAIMED); });
-  dialog.add_controller(hold);
-  auto keys = Gtk::EventControllerKey::create();
-  keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  keys->signal_key_pressed().connect(
-      [](unsigned keyval, unsigned, Gdk::ModifierType state) {
-        const bool shift = (state & Gdk::ModifierType::SHIFT_MASK) == Gdk::ModifierType::SHIFT_MASK;
-        return keyval == GDK_KEY_Menu || (keyval == GDK_KEY_F10 && shift);
-      },
-      false);
-  dialog.add_controller(keys);
-}
-
-/// The chooser tells in a box of its own that a folder can't be read: in the program's dress while the
-/// chooser is open. One that was left while it still read tells that too, behind its back, and the box would
-/// hold up the whole program: it goes.
-void TidyChooserBox(GtkWindow* box) {
-  GtkWindow* owner = gtk_window_get_transient_for(box);
-  if (owner != nullptr && !GTK_IS_FILE_CHOOSER(owner)) {
-    return;
-  }
-  if (owner == nullptr || !gtk_widget_get_visible(GTK_WIDGET(owner))) {
-    gtk_window_destroy(box);
-  } else {
-    gtk_widget_add_css_class(GTK_WIDGET(box), "kv-plain");
-  }
-}
-
-void WatchChooserBoxes() {
-  g_signal_connect(gtk_window_get_toplevels(), "items-changed",
-                   G_CALLBACK(+[](GListModel* windows, guint from, guint, guint added, gpointer) {
-                     for (guint i = from; i < from + added; ++i) {
-                       auto* window = GTK_WINDOW(g_list_model_get_item(windows, i));
-                       if (GTK_IS_MESSAGE_DIALOG(window)) {
-                         // Its owner is not known before it is shown.
-                         g_signal_connect(window, "map", G_CALLBACK(+[](GtkWindow* box) {
-                                            g_object_ref(box);
-                                            g_idle_add_full(
-                                                G_PRIORITY_HIGH,
-                                                [](gpointer data) -> gboolean {
-                                                  TidyChooserBox(GTK_WINDOW(data));
-                                                  return G_SOURCE_REMOVE;
-                                                },
-                                                box, g_object_unref);
-                                          }),
-                                          nullptr);
-                       }
-                       g_object_unref(window);
-                     }
-                   }),
-                   nullptr);
-}
-
 }  // namespace
 
 void RegisterCommonDialogType() {
   g_type_ensure(kv_common_dialog_get_type());
-  WatchChooserBoxes();
+  WatchFileChoosers();
 }
 
 bool IsCommonDialog(GObject* object) {
@@ -168,7 +103,6 @@ struct CommonDialogControl::Showing {
     });
     // The one who waits takes the window away.
     dialog.signal_close_request().connect([this] { return Answer({}), true; }, false);
-    ShutItsMenu(dialog);
   }
   ~Showing() { gtk_window_destroy(GTK_WINDOW(dialog.gobj())); }
   Showing(const Showing&) = delete;
