@@ -111,8 +111,10 @@ class WebBrowser : public virtual PageView {
 
   /// Carries out a command by its OleCommand number; `option` 0 default, 1 ask the user, 2 don't ask. `value`
   /// is the size of the letters for OLECMDID_ZOOM, 0 (smallest) to 4 (largest), 2 being the page's own; the
-  /// other commands do not look at it. Dialogs may run events inside. Commands that the engine does not know
-  /// throw PlatformError.
+  /// other commands do not look at it. OLECMDID_COPY and OLECMDID_CUT return when the selection is on the
+  /// clipboard; with nothing selected, or if the page does not answer for a second, the clipboard keeps what
+  /// it holds. These two and the dialogs may run events inside. Commands that the engine does not know throw
+  /// PlatformError.
   virtual void ExecWB(int command, int option, int value = 0) = 0;
   /// Whether a command can be carried out: OLECMDF bits of docobj.h (1 supported, 2 enabled). Throws
   /// PlatformError for a command that the engine does not know.

@@ -5,10 +5,10 @@
 
 #include <memory>
 
+#include "platform/gtk/brief_wait.h"
+
 namespace kivandra::gtk {
 namespace {
-
-constexpr guint kPatience = 1000;  // milliseconds
 
 /// What a read leaves behind; shared, for a slow owner may answer after the wait.
 struct Answer {
@@ -26,11 +26,6 @@ void Read(GObject* clipboard, GAsyncResult* result, gpointer data) {
   (*answer)->done = true;
 }
 
-gboolean GiveUp(gpointer data) {
-  *static_cast<bool*>(data) = true;
-  return G_SOURCE_REMOVE;
-}
-
 GdkClipboard* Desktop() { return gdk_display_get_clipboard(gdk_display_get_default()); }
 
 }  // namespace
@@ -41,15 +36,9 @@ std::string GtkClipboard::GetText() {
   auto answer = std::make_shared<Answer>();
   GCancellable* cancellable = g_cancellable_new();
   gdk_clipboard_read_text_async(Desktop(), cancellable, Read, new std::shared_ptr<Answer>(answer));
-  bool late = false;
-  const guint timer = g_timeout_add(kPatience, GiveUp, &late);
-  while (!answer->done && !late) {
-    g_main_context_iteration(nullptr, TRUE);
-  }
-  if (late) {
+  WaitBriefly(answer->done);
+  if (!answer->done) {
     g_cancellable_cancel(cancellable);
-  } else {
-    g_source_remove(timer);
   }
   g_object_unref(cancellable);
   return answer->text;

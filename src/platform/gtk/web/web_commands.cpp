@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "platform/gtk/web/web_copy.h"
 #include "platform/gtk/web/web_dialogs.h"
 #include "platform/platform_error.h"
 #include "platform/web_browser.h"
@@ -55,9 +56,9 @@ void ExecuteCommand(WebKitWebView* view, int command, int option, int value) {
     case OLECMDID_PROPERTIES:
       return ShowProperties(view);
     case OLECMDID_CUT:
-      return webkit_web_view_execute_editing_command(view, WEBKIT_EDITING_COMMAND_CUT);
+      return TakeSelection(view, WEBKIT_EDITING_COMMAND_CUT);
     case OLECMDID_COPY:
-      return webkit_web_view_execute_editing_command(view, WEBKIT_EDITING_COMMAND_COPY);
+      return TakeSelection(view, WEBKIT_EDITING_COMMAND_COPY);
     case OLECMDID_PASTE:
       return webkit_web_view_execute_editing_command(view, WEBKIT_EDITING_COMMAND_PASTE);
     case OLECMDID_SELECTALL:
