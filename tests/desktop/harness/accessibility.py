@@ -128,6 +128,10 @@ class Node:
         count = self._property(TEXT, "CharacterCount")
         return self._call(TEXT, "GetText", GLib.Variant("(ii)", (0, count)))[0] if count else ""
 
+    def first(self, count):
+        """The first so many characters of its text."""
+        return self._call(TEXT, "GetText", GLib.Variant("(ii)", (0, count)))[0]
+
     def write(self, text):
         """Puts a text into a text field at one stroke."""
         if not self._call(EDITABLE_TEXT, "SetTextContents", GLib.Variant("(s)", (text,)))[0]:

@@ -139,10 +139,11 @@ class LoudTest(unittest.TestCase):
 class Session:
     """One program past its first run and past its first unfiltered seconds, with a server for its pages."""
 
-    def __init__(self, settings, environment):
+    def __init__(self, settings, environment, prepare):
         self.numbers = itertools.count(1)
         self.never_painted = []
-        self._ends = contextlib.ExitStack()
+        self._environment = environment
+        self._ends, self._run = contextlib.ExitStack(), contextlib.ExitStack()
         unittest.addModuleCleanup(self.end)
         self.server = Server()
         self._ends.callback(self.server.close)
@@ -150,15 +151,28 @@ class Session:
         self._ends.callback(self.home.remove)
         for name, value in settings.items():
             self.home.settings.write(name, value)
-        self.program = Program(display(), self.home, environment=environment)
-        self._ends.callback(self.program.kill)
+        if prepare:
+            prepare(self.home)
+        self._ends.callback(lambda: self._run.close())
+        self._open()
+
+    def _open(self):
+        """Starts the program and waits until the filter judges."""
+        self._run = contextlib.ExitStack()
+        self.program = Program(display(), self.home, environment=self._environment)
+        self._run.callback(self.program.kill)
         self.desk = Desk(self.program)
-        self._ends.callback(self.desk.close)
+        self._run.callback(self.desk.close)
         self.hands = self.desk.hands
         self.frame = self.desk.frame()
         filtered_from = time.monotonic() + UNFILTERED_SECONDS
         wait_until(lambda: time.monotonic() > filtered_from, "the unfiltered seconds are over", START_SECONDS)
-        self._ends.callback(self._close)
+        self._run.callback(self._close)
+
+    def restart(self):
+        """Closes the program as a person does and starts it again in the same home."""
+        self._run.close()
+        self._open()
 
     def end(self):
         """Ends the program and the server, once."""
@@ -184,13 +198,13 @@ class Current:
     wanted = None
 
     @classmethod
-    def get(cls, settings, environment):
-        wanted = (settings, environment)
+    def get(cls, settings, environment, prepare):
+        wanted = (settings, environment, prepare)
         if cls.session is None or cls.wanted != wanted or not cls.session.program.runs():
             ended, cls.session = cls.session, None
             if ended:
                 ended.end()
-            cls.session, cls.wanted = Session(settings, environment), wanted
+            cls.session, cls.wanted = Session(*wanted), wanted
         return cls.session
 
 
@@ -200,13 +214,25 @@ class BrowsingTest(LoudTest):
 
     settings = {}
     environment = {}
+    prepare = None  # staticmethod: what else is done to the home before the first start
 
     @classmethod
     def setUpClass(cls):
-        session = Current.get(cls.settings, cls.environment)
+        cls._take(Current.get(cls.settings, cls.environment, cls.prepare))
+
+    @classmethod
+    def _take(cls, session):
         cls.numbers, cls.never_painted = session.numbers, session.never_painted
         cls.server, cls.home = session.server, session.home
         cls.program, cls.desk, cls.hands, cls.frame = session.program, session.desk, session.hands, session.frame
+
+    def restart(self):
+        """Closes the program and starts it again in the same home."""
+        self._no_complaints()
+        Current.session.restart()
+        self._take(Current.session)
+        self._heard = 0
+        self.page = self.frame.page()
 
     def setUp(self):
         self._heard = len(self.program.voice())

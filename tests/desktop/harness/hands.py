@@ -36,6 +36,11 @@ class Hands:
         """Gives the keyboard to a window: there is no window manager to do it."""
         self._xdotool("windowfocus", "--sync", window)
 
+    def front(self, window):
+        """Lays a window over the others and gives it the keyboard, as a click on it would."""
+        self._xdotool("windowraise", window)
+        self.focus(window)
+
     def close_box(self, window):
         """Asks a window to close as a desktop's close command does."""
         ask_to_close(self._environment["DISPLAY"], window)

@@ -6,8 +6,10 @@ import sqlite3
 
 CLASSES = ("HKEY_LOCAL_MACHINE", "SOFTWARE", "Classes")
 SETTINGS = (*CLASSES, "IXPR", "Drivers", "settings")
+ALLOWED = (*CLASSES, "IXPR", "Drivers", "allowed")
+DISALLOWED = (*CLASSES, "IXPR", "Drivers", "disallowed")
 HOME_PAGE = ("HKEY_CURRENT_USER", "Software", "VB and VBA Program Settings", "Kivandra", "Home Page")
-REG_SZ = 1
+REG_SZ, REG_EXPAND_SZ, REG_BINARY, REG_DWORD = 1, 2, 3, 4
 
 
 class Settings:
@@ -50,10 +52,12 @@ class Settings:
                                          (self._key(connection, section), name.lower())).fetchone()
             except sqlite3.OperationalError:
                 return None
-        return None if row is None else bytes(row[0]).rstrip(b"\0").decode()
+        return None if row is None else bytes(row[0]).rstrip(b"\0").decode(errors="replace")
 
-    def write(self, name, text, section=SETTINGS):
+    def write(self, name, value, section=SETTINGS, kind=REG_SZ):
+        """Stores a text, or bytes as they are."""
+        data = value if isinstance(value, bytes) else value.encode() + b"\0"
         with self._open() as connection:
             connection.execute("INSERT OR REPLACE INTO value(key, folded, name, type, data) VALUES (?, ?, ?, ?, ?)",
-                               (self._key(connection, section, make=True), name.lower(), name, REG_SZ,
-                                text.encode() + b"\0"))
+                               (self._key(connection, section, make=True), name.lower(), name, kind,
+                                data))

@@ -1,0 +1,102 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The parent's side in a person's words: the prompt for the password, the panel behind it, its boxes and lists."""
+
+from .accessibility import STATE_CHECKED
+from .case import PASSWORD
+from .waiting import wait_until
+from .windows import Window
+
+PANEL = "Parental Options Menu"
+CHANGE_PASSWORD = "Change Password"
+HELP_PAGE = "Page"
+LISTS = ("Allowable Domains", "Dis-allowed Domains")
+
+
+def prompt(desk, frame):
+    """Asks for the panel by the keyboard; gives the window that wants the password."""
+    desk.hands.front(frame.number)
+    desk.hands.key("alt+t")
+    wait_until(lambda: frame.find(PANEL), lambda: f"the menu opens in\n{frame.node.outline()}")
+    desk.hands.key("p")
+    return prompted(desk)
+
+
+def prompted(desk):
+    """The window that wants the password."""
+    return desk.window_with("Password", "label")
+
+
+def give(window, password):
+    """Types a password by hand and presses Enter."""
+    field = window.field("Password")
+    window.hands.front(window.number)
+    wait_until(lambda: field.focused, "the prompt has the keyboard")
+    window.hands.key("ctrl+a")
+    window.hands.type(password)
+    window.hands.key("Return")
+
+
+def open_panel(desk, frame, password=PASSWORD):
+    """The road through the menu and the password to the panel."""
+    window = prompt(desk, frame)
+    give(window, password)
+    return the_panel(desk, window)
+
+
+def the_panel(desk, window):
+    """The panel that opens when the prompt `window` is content."""
+    wait_until(lambda: not window.open(), "the prompt closes")
+    found = desk.window_with(CHANGE_PASSWORD)
+    return Panel(found.hands, found.node, found.number)
+
+
+def dismiss(desk, text, button="Ok"):
+    """Waits for the message box with this text and closes it; gives its caption."""
+    box = desk.window_with(text)
+    caption = box.caption
+    desk.hands.front(box.number)
+    box.press(button)
+    wait_until(lambda: not box.open(), "the box closes")
+    return caption
+
+
+class Panel(Window):
+    """The parent's panel."""
+
+    def front(self):
+        self.hands.front(self.number)
+
+    def ticked(self, name):
+        return self.find(name, "checkbox").has_state(STATE_CHECKED)
+
+    def tick(self, name, wanted=True):
+        """Clicks a box until it is ticked, or clear."""
+        self.front()
+        if self.ticked(name) != wanted:
+            self.click(self.find(name, "checkbox"))
+        wait_until(lambda: self.ticked(name) == wanted, f"{name} is {'ticked' if wanted else 'clear'}")
+
+    def open_list(self, name):
+        """Presses the arrow beside a list; gives its text field, which has the keyboard."""
+        self.front()
+        self.press(f"-> {name}")
+        field = self.field(name)
+        wait_until(lambda: self.list_usable(name) and field.focused, f"{name} can be written in")
+        return field
+
+    def list_usable(self, name):
+        """Whether the list is open for editing: the toolkit tells it of the list, not of the field in it."""
+        return self.find(name, "combo box").usable
+
+    def write(self, field, text):
+        """Puts a text into a field in the place of what it holds."""
+        field.write(text)
+        wait_until(lambda: field.text == text, "the field holds the text")
+
+    def help_shown(self):
+        return self.find(HELP_PAGE) is not None
+
+    def leave(self):
+        self.front()
+        self.press("Close")
+        wait_until(lambda: not self.open(), "the panel closes")
