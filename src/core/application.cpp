@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/application.h"
 
+#include <algorithm>
+
 #include "core/core_values.h"
 #include "core/frm_first_log.h"
 #include "core/frm_splash.h"
@@ -137,6 +139,12 @@ void Application::NewWindow() {
   const std::string homePage = StoredHomePage(services_.registry);
   window.brwWebBrowser->Navigate(homePage);
   window.form->SetVisible(true);
+}
+
+int Application::Children() const {
+  const auto loaded = services_.forms.Loaded();
+  return static_cast<int>(
+      std::count_if(loaded.begin(), loaded.end(), [](const auto& each) { return each->MDIChild(); }));
 }
 
 }  // namespace kivandra

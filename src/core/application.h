@@ -55,6 +55,8 @@ class Application {
   void Navigate(const std::string& Shortcut);
   /// Opens a new child at the stored home page.
   void NewWindow();
+  /// How many children are open.
+  [[nodiscard]] int Children() const;
 
  private:
   void StartUp();

@@ -22,6 +22,9 @@ ScriptValue ApplicationScript::Invoke(std::string_view member, const std::vector
     return {};
   }
   if (member == "NewWindow" && arguments.empty()) {
+    if (application_.Children() >= kMostChildren) {
+      throw PlatformError(kInvalidCall, "There are too many windows.");
+    }
     application_.NewWindow();
     return {};
   }

@@ -6,9 +6,12 @@
 
 namespace kivandra {
 
-/// The automation object as page scripts see it, under the name KVD.
+/// The automation object as page scripts see it, under the name KVD. While there are kMostChildren child
+/// windows a page gets no further one, so that one which asks in a loop leaves a frame that can be used.
 class ApplicationScript : public ScriptObject {
  public:
+  static constexpr int kMostChildren = 20;
+
   explicit ApplicationScript(Application& application) : application_(application) {}
 
   [[nodiscard]] std::vector<Member> Members() const override;

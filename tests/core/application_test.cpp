@@ -279,6 +279,25 @@ TEST_F(ApplicationTest, PagesReachItUnderItsThreeNames) {
   EXPECT_THROW(script.Invoke("Quit", {}), PlatformError);
 }
 
+TEST_F(ApplicationTest, APageThatAsksForWindowsInALoopGetsTwentyAtTheMost) {
+  ApplicationScript script(application);
+  int refused = 0;
+  for (int asked = 0; asked < 1000; ++asked) {
+    try {
+      script.Invoke("NewWindow", {});
+    } catch (const PlatformError&) {
+      ++refused;
+    }
+  }
+  EXPECT_EQ(refused, 980);
+  EXPECT_EQ(application.Children(), 20);
+  application.NewWindow();  // a person's own command is not counted against them
+  EXPECT_EQ(application.Children(), 21);
+  world.forms.Of("frmBrowser#1").Close(UnloadMode::ControlMenu);
+  world.forms.Of("frmBrowser#2").Close(UnloadMode::ControlMenu);
+  EXPECT_NO_THROW(script.Invoke("NewWindow", {}));
+}
+
 TEST(LogDayNameTest, JoinsDayMonthAndYearWithoutPadding) {
   EXPECT_EQ(LogDayNameOf("16/11/2026"), "16112026");
   EXPECT_EQ(LogDayNameOf("1/2/2003"), "122003");
