@@ -40,14 +40,13 @@ void frmBrowser::SearchWeb_Click() {
   if (read && words.empty()) {
     return;
   }
-  // 4. (nothing)
-  // 5. kept on purpose: always the word search, and in the active window, which need not be this one.
+  // 4. kept on purpose: always the word search, and in the active window, which need not be this one.
   attempt([&] {
     if (const auto active = services_.frame.ActiveForm(); read && active) {
       active->brwWebBrowser_.Navigate(WordSearchURL(words));
     }
   });
-  // 6.
+  // 5.
   attempt([&] { services_.clipboard.Clear(); });
 }
 

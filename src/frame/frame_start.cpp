@@ -86,14 +86,15 @@ void frmMain::GreetFirstStart() {
   WebBrowser2().Stop();
   // Saved before the page is asked for, so a machine without a network is greeted once all the same.
   SaveItem(services_.registry, "FirstTime", "1");
-  ActiveChild().brwWebBrowser().Navigate(SitePage("/onetime.asp"));
+  HeldChild()->brwWebBrowser().Navigate(SitePage("/onetime.asp"));
 }
 
 void frmMain::PlaceFirstChild() {
   constexpr Twips kCorner = 100;
   constexpr Twips kMargin = 200;
   constexpr Twips kMarginBesideSideBar = 300;
-  Form& child = ActiveChild().Window();
+  const auto held = HeldChild();
+  Form& child = held->Window();
   child.SetTop(kCorner);
   child.SetLeft(kCorner);
   child.SetHeight(Window().ScaleHeight() - kMargin);

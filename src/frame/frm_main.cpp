@@ -99,8 +99,6 @@ std::shared_ptr<frmBrowser> frmMain::HeldChild() const {
   return child;
 }
 
-frmBrowser& frmMain::ActiveChild() const { return *HeldChild(); }
-
 std::shared_ptr<frmBrowser> frmMain::NewChild() {
   auto child = services_.makeChild();
   children_.push_back(child);

@@ -184,7 +184,6 @@ class frmMain : public FormEvents {
   /// Shows an error that no handler catches: one plain box with its number and text.
   void TellError(const PlatformError& error);
 
-  [[nodiscard]] frmBrowser& ActiveChild() const;
   /// The active child, held for as long as a command on it runs; throws PlatformError if there is none.
   [[nodiscard]] std::shared_ptr<frmBrowser> HeldChild() const;
   [[nodiscard]] MdiClient& MDIClient() const;

@@ -99,6 +99,18 @@ TEST_F(FrameStartTest, TheFirstStartIsMarkedBeforeItsPageIsAskedFor) {
   EXPECT_EQ(world.Setting("FirstTime"), "1");
 }
 
+TEST_F(FrameStartTest, TheFirstChildMayCloseWhileItIsGreeted) {
+  SaveItem(world.registry, "T_PW", "Secret");
+  world.journal.watch = [&](const std::string& line) {
+    if (line == "frmBrowser#1.brwWebBrowser.Navigate \"" + kFirstRunPage + "\"") {
+      world.Child().Close(UnloadMode::ControlMenu);
+    }
+  };
+  world.boxes.Expect("91 - Object variable not set");  // there is none to place
+  world.program.Run();
+  EXPECT_TRUE(world.forms.IsLoaded("frmMain"));
+}
+
 TEST_F(FrameStartTest, LaterStartsAreNotGreeted) {
   world.StartAsUsual();
   EXPECT_TRUE(world.journal.With(kFirstRunPage).empty());
