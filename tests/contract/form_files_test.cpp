@@ -147,6 +147,19 @@ TEST(FormFilesTest, TimersTickAsTheFakesSay) {
   }
 }
 
+TEST(FormFilesTest, TheToolTipsAreThereLetterByLetter) {
+  const std::string address =
+      "Besides a web address, kids can enter a question or a word in this text bar in English or Spanish for "
+      "instant search results!!  ";
+  EXPECT_EQ(ReadForm("frmMain")["TheAddress"].properties["tooltip-text"], address);
+  FormFile page = ReadForm("frmBrowser");
+  const auto tip = [&page](const char* control) { return page[control].properties["tooltip-text"]; };
+  EXPECT_EQ(tip("cboAddress"), address);
+  EXPECT_EQ(tip("SearchWeb"), "When clicked, a search of highlighted word(s) will be invoked immediately.");
+  EXPECT_EQ(tip("btnGo"), "Click here to Tile all open browser panes");
+  EXPECT_EQ(tip("btnsearch"), "Click here to Cascade all open browser panes");
+}
+
 TEST(FormFilesTest, TheRootBearsTheNameOfItsFile) {
   for (const auto& file : std::filesystem::directory_iterator(std::string(KV_SOURCE_DIR) + "/assets/forms")) {
     const std::string name = file.path().stem().string();
