@@ -12,8 +12,7 @@ class SessionGrant {
   [[nodiscard]] virtual bool SessionAllowPending() const = 0;
   virtual void ClearSessionAllowPending() = 0;
   /// Stores the blocked address (while the session lock asks about one, that one) in the first empty row of
-  /// the allowed table, in memory only. Throws
-  /// PlatformError when every row is taken.
+  /// the allowed table, in memory only. Throws PlatformError when every row is taken.
   virtual void AllowBlockedURL() = 0;
 };
 

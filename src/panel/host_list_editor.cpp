@@ -83,7 +83,7 @@ void HostListEditor::Add(Form& form, HostList list, const std::string& text) {
     case HostListAdding::Full:
       attempt([&] { boxes_.MsgBox("This list has reached its maximum storage potential."); });
       break;
-    case HostListAdding::Failed:
+    case HostListAdding::Unreadable:
       break;
   }
 }

@@ -6,6 +6,7 @@
 #include "core/registry.h"
 #include "core/settings.h"
 #include "filter/filter_values.h"
+#include "platform/platform_error.h"
 #include "support/attempt.h"
 
 namespace kivandra {
@@ -35,6 +36,19 @@ void WriteSlot(cRegistry& registry, int slot, const std::string& text) {
   registry.SetValue(text);
 }
 
+/// Carries out one step, and passes over a value that is refused by itself. A store that fails as a whole
+/// ends the row of steps.
+template <typename Step>
+void PassOverRefusal(Step step) {
+  try {
+    step();
+  } catch (const PlatformError& error) {
+    if (error.Number() != kRegistryError && error.Number() != kRegistryWriteError) {
+      throw;
+    }
+  }
+}
+
 /// The entries that stay, in order. kept on purpose: an empty slot "0" is one of them, and the walk ends at
 /// any later empty slot and at "100".
 std::vector<std::string> EntriesBut(cRegistry& registry, const std::string& text) {
@@ -60,7 +74,7 @@ std::vector<std::string> HostListEntries(RegistryCalls& calls, HostList list) {
   attempt([&] {
     for (int slot = 0;; ++slot) {
       if (list == HostList::Disallowed) {
-        registry.CreateKey();  // kept on purpose: for this list alone, and in every round
+        attempt([&] { registry.CreateKey(); });  // kept on purpose: for this list alone, and in every round
       }
       std::string entry = ReadSlot(registry, slot);
       if (entry.empty()) {
@@ -78,14 +92,14 @@ HostListAdding AddToHostList(RegistryCalls& calls, HostList list, const std::str
     std::string entry;
     // A slot that can't be read may be taken: nothing is stored over it, and nothing behind it.
     if (!attempt([&] { entry = ReadSlot(registry, slot); })) {
-      return HostListAdding::Failed;
+      return HostListAdding::Unreadable;
     }
     if (entry == text) {
       return HostListAdding::AlreadyThere;
     }
     if (entry.empty()) {
-      return attempt([&] { WriteSlot(registry, slot, text); }) ? HostListAdding::Added
-                                                               : HostListAdding::Failed;
+      attempt([&] { WriteSlot(registry, slot, text); });
+      return HostListAdding::Added;
     }
   }
   return HostListAdding::Full;
@@ -103,11 +117,11 @@ void RemoveFromHostList(RegistryCalls& calls, HostList list, const std::string& 
     RegistryBatch batch(calls);
     const std::vector<std::string> kept = EntriesBut(registry, text);
     for (int slot = 0; slot < kHostListSlots; ++slot) {
-      WriteSlot(registry, slot, {});
+      PassOverRefusal([&] { WriteSlot(registry, slot, {}); });
     }
     for (std::size_t slot = 0; slot < kept.size(); ++slot) {
       if (!kept[slot].empty()) {
-        WriteSlot(registry, static_cast<int>(slot), kept[slot]);
+        PassOverRefusal([&] { WriteSlot(registry, static_cast<int>(slot), kept[slot]); });
       }
     }
     batch.Commit();

@@ -43,27 +43,30 @@ std::string PathOfFileAddress(std::string_view address) {
   return path;
 }
 
+/// A step up would lead out of a folder.
+bool StepsUp(std::string_view path) { return path.find("/..") != std::string_view::npos; }
+
 }  // namespace
 
 std::string OnlineHelpAddress() { return "http://" + std::string(hosts::kProductSite) + "/help"; }
 
-bool IsHelpPage(const std::string& address, const std::string& programDirectory) {
+bool IsLocalHelpPage(const std::string& address, const std::string& programDirectory) {
   constexpr std::string_view kFile = "file://";
   std::string path = address;
   if (StartsWith(address, kFile)) {
     path = PathOfFileAddress(std::string_view(address).substr(kFile.size()));
   }
-  // A step up would lead out of the folder.
-  if (StartsWith(path, programDirectory + "/help/") && path.find("/..") == std::string::npos) {
-    return true;
-  }
+  return StartsWith(path, programDirectory + "/help/") && !StepsUp(path);
+}
+
+bool IsOnlineHelpPage(const std::string& address) {
   const std::string online = OnlineHelpAddress();
   if (!StartsWith(address, online)) {
     return false;
   }
   const std::string_view rest = std::string_view(address).substr(online.size());
   return (rest.empty() || rest.front() == '/' || rest.front() == '?' || rest.front() == '#') &&
-         rest.find("/..") == std::string_view::npos;
+         !StepsUp(rest);
 }
 
 void OptionsHelp::Wire(const std::shared_ptr<Form>& form) {
@@ -110,13 +113,16 @@ void OptionsHelp::Command3_Click() {
 
 void OptionsHelp::BeforeNavigate2(std::shared_ptr<Navigation> navigation) {
   const std::string& address = navigation->Url();
-  if (address.find("CLOSE") != std::string::npos) {
+  const bool closes = address.find("CLOSE") != std::string::npos;
+  if (closes) {
     // Command3 does not learn of it. The page behind the link loads out of sight.
     if (const auto form = form_.lock()) {
       attempt([&] { form->Get<WebBrowser>("Help").SetVisible(false); });
     }
-    navigation->Allow();
-  } else if (IsHelpPage(address, system_.ProgramDirectory())) {
+  }
+  if (IsLocalHelpPage(address, system_.ProgramDirectory())) {
+    navigation->AllowFile();  // these pages lead to one another
+  } else if (closes || IsOnlineHelpPage(address)) {
     navigation->Allow();
   } else {
     navigation->Refuse();

@@ -35,8 +35,10 @@ class OptionsHelp : public QuietBrowserEvents {
 /// The address of the online help.
 [[nodiscard]] std::string OnlineHelpAddress();
 
-/// Whether an address is a help page: of the folder "help" beside the program, as path or file address, or of
-/// the product's online help.
-[[nodiscard]] bool IsHelpPage(const std::string& address, const std::string& programDirectory);
+/// Whether an address, a path or a file address, is a page of the folder "help" beside the program.
+[[nodiscard]] bool IsLocalHelpPage(const std::string& address, const std::string& programDirectory);
+
+/// Whether an address is the product's online help or a page below it.
+[[nodiscard]] bool IsOnlineHelpPage(const std::string& address);
 
 }  // namespace kivandra

@@ -20,7 +20,11 @@ class Navigation {
 
   /// The address as the engine is about to load it.
   [[nodiscard]] virtual const std::string& Url() const = 0;
+  /// A page can't lead to a file by this, nor start another program.
   virtual void Allow() = 0;
+  /// Allows it though a page leads to a file: for the program's own pages on the disk, which lead to one
+  /// another.
+  virtual void AllowFile() = 0;
   virtual void Refuse() = 0;
   /// True until the question is answered or the engine no longer waits for it.
   [[nodiscard]] virtual bool Pending() const = 0;

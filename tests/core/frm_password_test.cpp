@@ -38,10 +38,15 @@ struct PasswordTest : testing::Test {
   void ExpectRefusal() { world.boxes.Expect("Invalid Password, try again!", kMsgOkOnly, "Password Error"); }
 };
 
-TEST_F(PasswordTest, WearsTheSkinInForce) {
+TEST_F(PasswordTest, WearsTheSkinInForceSetInItsOrder) {
   SkinFile = "/skins/berry.skn";
   window.Show();
-  EXPECT_TRUE(world.journal.Has("frmPassword.SkinForm1.SkinFile = \"/skins/berry.skn\""));
+  const std::vector<std::string> expected = {"frmPassword.SkinForm1.Property14 = 1",
+                                             "frmPassword.SkinForm1.SkinFile = \"/skins/berry.skn\"",
+                                             "frmPassword.SkinForm1.ApplyTo frmPassword.cmdOK",
+                                             "frmPassword.SkinForm1.ApplyTo frmPassword.cmdCancel",
+                                             "frmPassword.SkinForm1.ApplyTo frmPassword.SkinLabel1"};
+  EXPECT_EQ(world.journal.With("SkinForm1"), expected);
 }
 
 TEST_F(PasswordTest, IsKnownToBeOpenFromLoadToUnload) {

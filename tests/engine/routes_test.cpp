@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "engine/engine_test.h"
 #include "platform/platform_error.h"
 
@@ -112,6 +115,36 @@ TEST_F(Routes, APageCannotOpenAFile) {
   window.WaitForScripts();
   EXPECT_EQ(window.Browser().LocationURL(), server.Url("/a"));
   EXPECT_EQ(window.Count("NavigateComplete2"), 1);
+}
+
+/// Files of the program in a folder that a person has named.
+class LocalPages : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "index.htm") << "<title>index</title><a id=a href=more.htm>x</a>";
+    std::ofstream(folder / "more.htm") << "<title>more</title>";
+    ASSERT_TRUE(window.Load(folder / "index.htm"));
+    ASSERT_EQ(window.Script("return document.title"), "index");
+  }
+  void TearDown() override { std::filesystem::remove_all(folder); }
+
+  const std::filesystem::path folder = std::filesystem::path(g_get_home_dir()) / "pages #1 of 50%? \u00E9";
+  TestWindow window;
+};
+
+TEST_F(LocalPages, LeadToNoFileByAPlainYes) {
+  window.RunScript("a.click()");
+  window.WaitForScripts();
+  EXPECT_EQ(window.Count("BeforeNavigate2"), 2);
+  EXPECT_EQ(window.Script("return document.title"), "index");
+}
+
+TEST_F(LocalPages, LeadToOneAnotherWhereTheWindowSaysSo) {
+  window.judge = [](const auto& navigation) { navigation->AllowFile(); };
+  window.RunScript("a.click()");
+  ASSERT_TRUE(window.WaitFor("DownloadComplete", 2));
+  EXPECT_EQ(window.Script("return document.title"), "more");
 }
 
 TEST_F(Routes, BadTextLoadsNothingAndHarmsNothing) {

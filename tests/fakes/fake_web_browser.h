@@ -20,6 +20,7 @@ class FakeNavigation : public Navigation {
 
   [[nodiscard]] const std::string& Url() const override { return url_; }
   void Allow() override { Answer("allow ", true); }
+  void AllowFile() override { Answer("allow file ", true); }
   void Refuse() override { Answer("refuse ", false); }
   [[nodiscard]] bool Pending() const override { return pending_; }
   void OnDropped(std::function<void()> handler) override { dropped_ = std::move(handler); }

@@ -28,6 +28,7 @@ TEST_F(BareBrowserTest, LetsEveryAddressPassAndLogsNothing) {
   Page().ShowPage("http://forbidden.example/", "Forbidden");
   EXPECT_TRUE(files.files.empty());
   EXPECT_FALSE(journal.Has("Beep"));
+  EXPECT_EQ(Page().scriptObject, nullptr);
 }
 
 TEST_F(BareBrowserTest, LaysOutWhenLoadedActivatedAndSized) {

@@ -222,14 +222,15 @@ TEST_F(HostListTest, OtherTypesOfValueAreReadAsTheRegistryClassGivesThem) {
   PutSlot(kAllowedSection, 0, std::int32_t{4711}, REG_DWORD);
   ::setenv("KV_HOST_LIST_TEST", "otters", 1);
   PutSlot(kAllowedSection, 1, std::string("%KV_HOST_LIST_TEST%.example"));
+  PutSlot(kAllowedSection, 2, Bytes{0xAB, 0xCD, 0, 0}, REG_BINARY);
   panel.Show();
-  EXPECT_THAT(Combo(kAllowed).items, ElementsAre("4711", "otters.example"));
+  EXPECT_THAT(Combo(kAllowed).items, ElementsAre("4711", "otters.example", "ABCD"));
   boxes.Expect(kThere);
   Add(kAllowed, "otters.example");
   Remove(kAllowed, "4711");
-  EXPECT_THAT(Slots(kAllowed, 2), ElementsAre("otters.example", ""));
+  EXPECT_THAT(Slots(kAllowed, 3), ElementsAre("otters.example", "ABCD", ""));
   Remove(kAllowed, "otters.example");
-  EXPECT_THAT(Slots(kAllowed, 1), ElementsAre(""));
+  EXPECT_THAT(Slots(kAllowed, 2), ElementsAre("ABCD", ""));
 }
 
 TEST_F(HostListTest, EntriesOfTenThousandCharactersAndOfOtherScriptsComeBack) {

@@ -89,6 +89,14 @@ TEST_F(ViewerTest, AFileThatIsNoRichTextIsAnEmptyWindowAndABrokenOneShowsWhatThe
   EXPECT_EQ(URLS().text, kEntry.substr(0, kEntry.size() - 3));
 }
 
+TEST_F(ViewerTest, AFileThatCannotBeReadIsAnEmptyWindow) {
+  journal.failOn = "ReadFile \"/data/21/2412002.rtf\"";
+  Choose(24, 1, 2002);
+  EXPECT_EQ(Viewer().caption, "Navigation captured on 24/1/2002");
+  EXPECT_EQ(URLS().text, "");
+  EXPECT_TRUE(journal.With("MsgBox").empty());
+}
+
 TEST_F(ViewerTest, DoesNotFollowLaterEntries) {
   OpenDay();
   files.files["/data/21/2412002.rtf"] = WriteRichText("later");
@@ -102,6 +110,19 @@ TEST_F(ViewerTest, PrintsWithTheFolderForAName) {
   journal.failOn = "Navigation.URLS.PrintDoc \"/data/21/\"";
   Viewer().ButtonOf("CancelButton").Click();
   EXPECT_TRUE(forms.IsLoaded("Navigation"));
+}
+
+TEST_F(ViewerTest, MayCloseAndGiveWayToAnotherDayWhileItPrints) {
+  OpenDay();
+  journal.watch = [this](const std::string& line) {
+    if (line.find("PrintDoc") != std::string::npos) {
+      Viewer().ButtonOf("OKButton").Click();
+      Choose(25, 1, 2002);
+    }
+  };
+  Viewer().ButtonOf("CancelButton").Click();
+  EXPECT_EQ(Viewer().caption, "Navigation captured on 25/1/2002");
+  EXPECT_TRUE(NavigationOpen);
 }
 
 TEST_F(ViewerTest, ALinkOpensInTheBareWindowWhateverItsAddress) {

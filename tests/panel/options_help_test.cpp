@@ -29,7 +29,7 @@ TEST_F(OptionsHelpTest, TheHelpButtonsShowTheirLocalPages) {
                                                         {"SkinButton4", "/program/help/CheckBox.htm"}}) {
     journal.Clear();
     Panel().ButtonOf(button).Click();
-    EXPECT_THAT(journal.lines, ElementsAre("frmOptions.Help.Navigate \"" + page + "\"", "allow " + page,
+    EXPECT_THAT(journal.lines, ElementsAre("frmOptions.Help.Navigate \"" + page + "\"", "allow file " + page,
                                            "frmOptions.Help.Visible = True"));
   }
 }
@@ -66,6 +66,23 @@ TEST_F(OptionsHelpTest, ALinkWithCloseInLowerCaseDoesNotHideIt) {
   EXPECT_TRUE(Help().visible);
 }
 
+TEST_F(OptionsHelpTest, ALocalPageLeadsToTheOtherAndToNoOtherFile) {
+  Panel().ButtonOf("SkinButton2").Click();
+  journal.Clear();
+  for (const char* link : {"file:///program/help/CheckBox.htm", "file:///program/help/CheckBox.htm?CLOSE"}) {
+    Help().Ask(link);
+  }
+  EXPECT_THAT(journal.lines,
+              ElementsAre("allow file file:///program/help/CheckBox.htm", "frmOptions.Help.Visible = False",
+                          "allow file file:///program/help/CheckBox.htm?CLOSE"));
+  journal.Clear();
+  // Not cancelled, but the engine loads no file for a plain yes.
+  Help().Ask("file:///etc/CLOSE");
+  EXPECT_THAT(journal.lines, ElementsAre("frmOptions.Help.Visible = False", "allow file:///etc/CLOSE"));
+  EXPECT_FALSE(Help().Ask("file:///program/help/../private.htm")->Allowed());
+  EXPECT_FALSE(Help().Ask("file:///program/help/..%2fprivate.htm")->Allowed());
+}
+
 TEST_F(OptionsHelpTest, LeadsToNoOtherPage) {
   EXPECT_FALSE(Help().Ask("http://www.page.org/")->Allowed());
   WebBrowser* other = nullptr;
@@ -79,6 +96,10 @@ TEST_F(OptionsHelpTest, AClosedPanelRefusesWhatItsHelpStillAsks) {
   auto& help = Help();
   Panel().ButtonOf("cmdCancel").Click();
   EXPECT_EQ(help.events, nullptr);
+}
+
+bool IsHelpPage(const std::string& address, const std::string& programDirectory) {
+  return IsLocalHelpPage(address, programDirectory) || IsOnlineHelpPage(address);
 }
 
 TEST(HelpPageTest, IsOneOfTheProgramOrOfTheProductsHelp) {

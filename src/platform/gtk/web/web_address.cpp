@@ -12,15 +12,17 @@ namespace {
 bool IsBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 
 /// The text without blanks around it, its control characters and everything beyond ASCII as percent escapes:
-/// the engine's own encoder would encode letters beyond ASCII twice, and takes no NUL.
+/// the engine's own encoder would encode letters beyond ASCII twice, and takes no NUL. Of a path every sign
+/// is part of a name.
 std::string Escaped(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  const std::string_view special = !text.empty() && text.front() == '/' ? "%#?" : "";
   std::string escaped;
   escaped.reserve(text.size());
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte >= 0x7f) {
+    if (byte < 0x20 || byte >= 0x7f || special.find(c) != std::string_view::npos) {
       constexpr char kDigits[] = "0123456789ABCDEF";
       escaped += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
     } else {

@@ -11,7 +11,7 @@ inline constexpr std::size_t kLongestAddress = 64 * 1024;
 
 /// The address that the engine makes of a text given to Navigate, in the engine's own spelling; empty if the
 /// text is no address at all. A text without a scheme stands for a web address, one that begins with a slash
-/// for a file.
+/// for a file, whose name may hold any sign.
 [[nodiscard]] std::string EngineSpelling(const std::string& text);
 
 /// The address to judge for a text given to Navigate: the engine's spelling, but the text itself if the

@@ -3,12 +3,18 @@
 
 #include <utility>
 
+#include "platform/gtk/web/web_address.h"
+
 namespace kivandra::gtk {
 
-HeldNavigation::HeldNavigation(std::string url, Answer answer)
-    : url_(std::move(url)), answer_(std::move(answer)) {}
+HeldNavigation::HeldNavigation(std::string url, Answer answer, Leader leader)
+    : url_(std::move(url)), answer_(std::move(answer)), leader_(leader) {}
 
 HeldNavigation::~HeldNavigation() { Settle(false); }
+
+void HeldNavigation::Allow() { Settle(leader_ == Leader::Program || PageMayLoad(url_)); }
+
+void HeldNavigation::AllowFile() { Settle(leader_ == Leader::Program || ProgramMayLoad(url_)); }
 
 void HeldNavigation::Drop() {
   if (!Pending()) return;

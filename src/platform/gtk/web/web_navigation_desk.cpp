@@ -61,15 +61,16 @@ void NavigationDesk::DecideNavigation(WebKitPolicyDecision* decision, WebKitNavi
   g_object_ref(decision);
   // The answer must not touch this desk: the question may outlive the window.
   auto announce = judge_.announceReferrer;
-  const auto navigation = std::make_shared<HeldNavigation>(url, [decision, url, announce](bool allowed) {
+  const auto answer = [decision, url, announce](bool allowed) {
     announce(url, {});
-    if (allowed && PageMayLoad(url)) {
+    if (allowed) {
       webkit_policy_decision_use(decision);
     } else {
       webkit_policy_decision_ignore(decision);
     }
     g_object_unref(decision);
-  });
+  };
+  const auto navigation = std::make_shared<HeldNavigation>(url, answer, HeldNavigation::Leader::Page);
   announce(url, referrer);
   Remember(fromEngine_, navigation);
   judge_.raise(navigation);
