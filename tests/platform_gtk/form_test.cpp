@@ -247,6 +247,23 @@ TEST_F(BoxTest, ClosingCountsAsOkOrAsNo) {
   EXPECT_EQ(boxes.MsgBox("Allow?", kMsgYesNo, "Login"), MsgBoxResult::No);
 }
 
+TEST_F(BoxTest, ALongTextLeavesTheButtonsOnASmallScreen) {
+  for (const std::string& text : {std::string(4000, 'W'), "http://" + std::string(60000, 'x')}) {
+    int height = 0;
+    Glib::signal_idle().connect_once([&] {
+      Gtk::Window* box = Box();
+      Gtk::Requisition least;
+      Gtk::Requisition natural;
+      box->get_preferred_size(least, natural);
+      height = natural.get_height();
+      box->close();
+    });
+    boxes.MsgBox("Allow " + text + " for this session?", kMsgYesNo, "Session Lock");
+    EXPECT_GT(height, 300);
+    EXPECT_LT(height, 560);
+  }
+}
+
 TEST_F(BoxTest, BearsTheProgramsNameIfItHasNone) {
   std::string title;
   Glib::signal_idle().connect_once([&] {

@@ -20,7 +20,9 @@ constexpr int kDefaultOf = 0xF00;
 constexpr int kPictureSize = 48;
 constexpr int kLineLength = 47;  // characters; longer texts wrap
 constexpr int kButtonWidth = 96;
-constexpr std::size_t kMostCharacters = 4000;
+constexpr std::size_t kMostCharacters = 1000;   // laying out more would be felt
+constexpr std::size_t kCharactersInFull = 500;  // more scroll, or the buttons would leave the screen
+constexpr int kScrolledHeight = 280;
 constexpr int kGap = 16;
 
 const char* PictureFor(int style) {
@@ -102,7 +104,15 @@ class Box {
     message->set_hexpand(true);
     message->set_margin_top(8);
     message->set_margin_bottom(8);
-    row->append(*message);
+    if (message->get_text().size() > kCharactersInFull) {
+      auto* scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+      scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+      scrolled->set_min_content_height(kScrolledHeight);
+      scrolled->set_child(*message);
+      row->append(*scrolled);
+    } else {
+      row->append(*message);
+    }
     body_.append(*row);
   }
 
