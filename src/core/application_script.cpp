@@ -2,6 +2,7 @@
 #include "core/application_script.h"
 
 #include "platform/platform_error.h"
+#include "support/raised.h"
 
 namespace kivandra {
 
@@ -14,7 +15,7 @@ ScriptValue ApplicationScript::Invoke(std::string_view member, const std::vector
     return application_.Visible();
   }
   if (member == "Visible" && arguments.size() == 1 && std::holds_alternative<bool>(arguments[0])) {
-    application_.SetVisible(std::get<bool>(arguments[0]));
+    SetVisible(std::get<bool>(arguments[0]));
     return {};
   }
   if (member == "Navigate" && arguments.size() == 1 && std::holds_alternative<std::string>(arguments[0])) {
@@ -29,6 +30,14 @@ ScriptValue ApplicationScript::Invoke(std::string_view member, const std::vector
     return {};
   }
   throw PlatformError(kInvalidCall, "Invalid procedure call or argument");
+}
+
+void ApplicationScript::SetVisible(bool visible) {
+  if (starting_) {
+    throw PlatformError(kInvalidCall, "The program is being started already.");
+  }
+  const Raised starting(starting_);
+  application_.SetVisible(visible);
 }
 
 }  // namespace kivandra

@@ -6,8 +6,9 @@
 
 namespace kivandra {
 
-/// The automation object as page scripts see it, under the name KVD. While there are kMostChildren child
-/// windows a page gets no further one, so that one which asks in a loop leaves a frame that can be used.
+/// The automation object as page scripts see it, under the name KVD. A page that asks in a loop leaves a
+/// frame that can be used: while there are kMostChildren child windows it gets no further one, and while one
+/// assignment of Visible runs its events every other one fails.
 class ApplicationScript : public ScriptObject {
  public:
   static constexpr int kMostChildren = 20;
@@ -18,7 +19,10 @@ class ApplicationScript : public ScriptObject {
   ScriptValue Invoke(std::string_view member, const std::vector<ScriptValue>& arguments) override;
 
  private:
+  void SetVisible(bool visible);
+
   Application& application_;
+  bool starting_ = false;
 };
 
 }  // namespace kivandra

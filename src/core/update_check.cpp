@@ -6,6 +6,7 @@
 #include "hosts.h"
 #include "platform/page_view.h"
 #include "platform/platform_error.h"
+#include "support/raised.h"
 
 namespace kivandra {
 namespace {
@@ -16,18 +17,6 @@ std::string SiteFile(std::string_view path) {
   return "http://" + std::string(hosts::kProductSite) + std::string(path);
 }
 
-/// Marks the time in which a check runs.
-class Running {
- public:
-  explicit Running(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Running() { flag_ = false; }
-  Running(const Running&) = delete;
-  Running& operator=(const Running&) = delete;
-
- private:
-  bool& flag_;
-};
-
 }  // namespace
 
 void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
@@ -35,7 +24,7 @@ void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
   if (running_) {
     return;
   }
-  const Running running(running_);
+  const Raised running(running_);
   try {
     Check(inet1, quiet);
   } catch (const PlatformError& error) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "support/raised.h"
+
 namespace kivandra {
 
 using mKeyboardHooks::KeyboardEventObject;
@@ -37,15 +39,6 @@ KeyboardEvents::~KeyboardEvents() {
 namespace mKeyboardHooks {
 namespace {
 
-/// Sets the guard for as long as the procedure runs, however it ends.
-class Busy {
- public:
-  Busy() { KeyboardHookBusy = true; }
-  ~Busy() { KeyboardHookBusy = false; }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-};
-
 /// Raises an event on every object in the order of making; objects that a handler makes come last.
 void Raise(KeyboardHandler KeyboardEvents::*event, std::int16_t& keyCode, std::int16_t& shift) {
   const auto isBehind = [](std::uint64_t number, const KeyboardEventObject& each) {
@@ -74,7 +67,7 @@ bool HookProcedure(int code, int key, bool up, int shift) {
     return false;
   }
   // 2.
-  const Busy busy;
+  const Raised busy(KeyboardHookBusy);
   // 3. Only code 0 is a key to handle.
   if (code != 0) {
     return false;

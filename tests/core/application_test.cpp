@@ -298,6 +298,24 @@ TEST_F(ApplicationTest, APageThatAsksForWindowsInALoopGetsTwentyAtTheMost) {
   EXPECT_NO_THROW(script.Invoke("NewWindow", {}));
 }
 
+TEST_F(ApplicationTest, APageCannotPileStartsUponOneAnother) {
+  SaveItem(world.registry, "T_PW", "s");
+  ApplicationScript script(application);
+  int asked = 0;
+  world.loop.After(100, [&] {
+    EXPECT_THROW(script.Invoke("Visible", {true}), PlatformError);
+    EXPECT_THROW(script.Invoke("Visible", {false}), PlatformError);
+    ++asked;
+  });
+  script.Invoke("Visible", {true});
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(world.journal.Count("Load frmSplash"), 1);
+  world.journal.failOn = "frame visible = False";
+  EXPECT_THROW(script.Invoke("Visible", {false}), PlatformError);
+  world.journal.failOn.clear();
+  EXPECT_NO_THROW(script.Invoke("Visible", {false}));  // later it may ask again
+}
+
 TEST(LogDayNameTest, JoinsDayMonthAndYearWithoutPadding) {
   EXPECT_EQ(LogDayNameOf("16/11/2026"), "16112026");
   EXPECT_EQ(LogDayNameOf("1/2/2003"), "122003");
