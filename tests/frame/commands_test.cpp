@@ -31,6 +31,19 @@ TEST_F(FrameCommandsTest, F1WithoutAWindowDoesNothing) {
   EXPECT_TRUE(world.journal.lines.empty());
 }
 
+TEST_F(FrameCommandsTest, F1CountsWithAnyModifierAndGoesOnToThePage) {
+  for (int shift = 0; shift < 8; ++shift) {
+    world.journal.Clear();
+    EXPECT_FALSE(world.keyboard.Press(kKeyF1, shift));
+    EXPECT_TRUE(world.journal.Has("frmBrowser#1.brwWebBrowser.Navigate \"" + kHelpPage + "\"")) << shift;
+  }
+}
+
+TEST_F(FrameCommandsTest, ReleasingF1DoesNothing) {
+  world.keyboard.Press(kKeyF1, 0, /*up=*/true);
+  EXPECT_TRUE(world.journal.lines.empty());
+}
+
 TEST_F(FrameCommandsTest, AnAddressChosenFromTheFramesListIsOpenedLikeATypedOne) {
   world.Frame().ComboOf("TheAddress").text = "http://www.otters.org";
   world.Frame().ComboOf("TheAddress").click();
