@@ -27,7 +27,7 @@ class KeysAndMenus(BrowsingTest):
         self.visit()
         self.page.click_page()
         for key in ("ctrl+shift+i", "ctrl+shift+d", "ctrl+shift+c", "F12", "ctrl+u", "ctrl+n", "ctrl+t", "F11",
-                    "alt+Left", "alt+Right", "ctrl+o", "ctrl+s", "shift+F10", "Menu"):
+                    "alt+Left", "alt+Right", "shift+F10", "Menu"):
             with self.subTest(key):
                 self.hands.key(key)
                 stays_true(lambda: len(self.desk.windows()) == 1, "no other window opens", 0.3)
