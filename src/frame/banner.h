@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/web_browser.h"
+#include "browser/quiet_browser_events.h"
 
 namespace kivandra {
 
@@ -13,7 +13,7 @@ class frmMain;
 /// What `brwBanner` tells the frame. A banner's own pages stay in the banner; a click on anything else opens
 /// its target in the window that the child is reading, where the gate judges it. No handler throws
 /// PlatformError.
-class Banner : public WebBrowserEvents {
+class Banner : public QuietBrowserEvents {
  public:
   /// The frame outlives the banner.
   explicit Banner(frmMain& frame) : frame_(frame) {}
@@ -21,20 +21,6 @@ class Banner : public WebBrowserEvents {
   void BeforeNavigate2(std::shared_ptr<Navigation> navigation) override;
   void NewWindow2(WebBrowser*& ppDisp, bool& Cancel) override;
   void StatusTextChange(const std::string& Text) override;
-
-  // kept on purpose: whatever else happens in the banner concerns nobody.
-  void NavigateComplete2(PageFrame& /*pDisp*/, const std::string& /*URL*/) override {}
-  void DocumentComplete(PageFrame& /*pDisp*/, const std::string& /*URL*/) override {}
-  void DownloadBegin() override {}
-  void DownloadComplete() override {}
-  void TitleChange(const std::string& /*Text*/) override {}
-  void CommandStateChange(long /*Command*/, bool /*Enable*/) override {}
-  void OnQuit() override {}
-  void OnVisible(bool /*Visible*/) override {}
-  void WindowSetLeft(long /*Left*/) override {}
-  void WindowSetTop(long /*Top*/) override {}
-  void WindowSetWidth(long /*Width*/) override {}
-  void WindowSetHeight(long /*Height*/) override {}
 
  private:
   frmMain& frame_;

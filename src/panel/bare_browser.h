@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "browser/quiet_browser_events.h"
 #include "panel/panel_frame.h"
-#include "panel/quiet_browser_events.h"
 #include "platform/form.h"
 
 namespace kivandra {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "panel/quiet_browser_events.h"
+#include "browser/quiet_browser_events.h"
 #include "platform/form.h"
 #include "platform/system_info.h"
 

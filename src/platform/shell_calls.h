@@ -13,8 +13,9 @@ class ShellCalls {
  public:
   virtual ~ShellCalls() = default;
 
-  /// Starts an outside program, or what the desktop has in its place, and returns at once. Throws
-  /// PlatformError if there is none or it does not start.
+  /// Starts an outside program, or what the desktop has in its place, and returns at once; where the desktop
+  /// has nothing for a kind of program that it knows, nothing happens. Throws PlatformError if the program is
+  /// an unknown one or does not start.
   virtual void Shell(const std::string& commandLine, int windowStyle) = 0;
   /// Sends key strokes to the window of this program that has the focus, in the notation "{DOWN}", "{TAB}",
   /// "( )" for a blank, "^{f}" for Ctrl+F, "%{v}" for Alt+V. Strokes that such a window has no use for, and

@@ -43,10 +43,11 @@ void GtkShellCalls::Shell(const std::string& commandLine, int /*windowStyle*/) {
   }
   for (const KnownProgram& known : kPrograms) {
     if (commandLine == known.commandLine) {
+      // A desktop without such a program is no failure: nothing happens and nothing is said.
       if (const auto program = FindDesktopProgram(known.program)) {
         StartDesktopProgram(program);
-        return;
       }
+      return;
     }
   }
   throw PlatformError(kFileNotFound, "There is no program for " + commandLine);

@@ -8,7 +8,7 @@
 
 namespace kivandra {
 
-/// A receiver that listens to nothing: for windows that care for a few events only. A page may open no other
+/// A receiver that listens to nothing: for browsers that care for a few events only. A page may open no other
 /// window from here. Whether a navigation may load is for each window to say.
 class QuietBrowserEvents : public WebBrowserEvents {
  public:
