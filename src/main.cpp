@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/application.h"
-#include "core/user_settings.h"
+#include "core/page_images.h"
 #include "hosts.h"
 #include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/gtk_clipboard.h"
@@ -23,7 +23,6 @@
 #include "platform/linux/system_info.h"
 #include "platform/platform_error.h"
 #include "program/program.h"
-#include "support/attempt.h"
 
 namespace {
 
@@ -32,11 +31,6 @@ using namespace kivandra;
 /// The engine's own number, for the test of its age.
 constexpr DllVersionInfo kEngineVersion{605, 1};
 
-// Where this user's choice of pictures is kept.
-constexpr const char* kApplication = "Kivandra";
-constexpr const char* kPageSection = "Pages";
-constexpr const char* kImagesKey = "Images";
-
 /// Everything that the program stands on, made in this order and taken down in the other.
 struct Machine {
   explicit Machine(const linux_impl::LinuxSystemInfo& systemInfo) : system(systemInfo) {}
@@ -44,12 +38,7 @@ struct Machine {
   /// Shows pictures in pages or not, from now on and at later starts; one that can't be stored holds for now.
   void ShowImages(bool shown) {
     engine.SetImagesShown(shown);
-    attempt([&] { SaveSetting(registry, kApplication, kPageSection, kImagesKey, shown ? "1" : "0"); });
-  }
-  void ShowImagesAsStored() {
-    attempt([&] {
-      engine.SetImagesShown(GetSetting(registry, kApplication, kPageSection, kImagesKey, "1") != "0");
-    });
+    StoreImagesShown(registry, shown);
   }
 
   const linux_impl::LinuxSystemInfo& system;
@@ -73,7 +62,7 @@ struct Machine {
 /// Runs the program until its last window is gone.
 void Run(Machine& machine) {
   machine.system.SetUp();
-  machine.ShowImagesAsStored();
+  machine.engine.SetImagesShown(StoredImagesShown(machine.registry));
   const std::string siteProblem = machine.site.Start(hosts::kSitePort);
   machine.engine.SetHome([&machine] { return HomePage(machine.registry); });
   Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance,
