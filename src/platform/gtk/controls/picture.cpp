@@ -14,7 +14,7 @@ struct Shown {
   int textureWidth =
       0;  // device pixels that an SVG was drawn for; 0 for pictures that have pixels of their own
   int textureHeight = 0;
-  GdkPixbufAnimationIter* frames = nullptr;  // only while it may move
+  GdkPixbufAnimationIter* frames = nullptr;  // of an animated picture that nobody has stopped
   guint tick = 0;
 
   void DropTexture() {
@@ -69,7 +69,8 @@ gboolean NextFrame(gpointer data);
 
 void StartTicking(KvPicture* self) {
   Shown& shown = *self->shown;
-  if (shown.frames == nullptr || shown.tick != 0 || !gtk_widget_get_mapped(GTK_WIDGET(self))) {
+  if (shown.frames == nullptr || shown.tick != 0 || !gtk_widget_get_mapped(GTK_WIDGET(self)) ||
+      MotionReduced(GTK_WIDGET(self))) {
     return;
   }
   const int delay = gdk_pixbuf_animation_iter_get_delay_time(shown.frames);
@@ -91,6 +92,15 @@ gboolean NextFrame(gpointer data) {
   return G_SOURCE_REMOVE;
 }
 
+/// The desktop's wish holds at once, also for a picture that moves already.
+void OnMotionSetting(KvPicture* self) {
+  if (MotionReduced(GTK_WIDGET(self))) {
+    StopTicking(self);
+  } else {
+    StartTicking(self);
+  }
+}
+
 void Load(KvPicture* self, const char* file) {
   Shown& shown = *self->shown;
   StopTicking(self);
@@ -104,7 +114,7 @@ void Load(KvPicture* self, const char* file) {
     if (GdkPixbufAnimation* animation = gdk_pixbuf_animation_new_from_file(shown.file.c_str(), nullptr)) {
       shown.frames = gdk_pixbuf_animation_get_iter(animation, nullptr);
       TakeFrame(shown);
-      if (gdk_pixbuf_animation_is_static_image(animation) || MotionReduced(GTK_WIDGET(self))) {
+      if (gdk_pixbuf_animation_is_static_image(animation)) {
         g_clear_object(&shown.frames);
       }
       g_object_unref(animation);
@@ -195,7 +205,11 @@ void kv_picture_class_init(KvPictureClass* type) {
                           static_cast<GParamFlags>(G_PARAM_WRITABLE | G_PARAM_STATIC_STRINGS)));
 }
 
-void kv_picture_init(KvPicture* self) { self->shown = new Shown; }
+void kv_picture_init(KvPicture* self) {
+  self->shown = new Shown;
+  g_signal_connect_object(gtk_widget_get_settings(GTK_WIDGET(self)), "notify::gtk-enable-animations",
+                          G_CALLBACK(OnMotionSetting), self, G_CONNECT_SWAPPED);
+}
 
 }  // namespace
 

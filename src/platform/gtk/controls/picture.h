@@ -13,7 +13,8 @@ void RegisterPictureType(const std::string& assetsDirectory);
 /// A new picture of the given size in pixels; -1 for a size that the surroundings give. Assistive tools pass
 /// it by: what it stands in has the name.
 [[nodiscard]] GtkWidget* NewPicture(const std::string& file, int width = -1, int height = -1);
-/// Shows another file; an animated one moves until it is stopped. A file that can't be read shows nothing.
+/// Shows another file; an animated one moves until it is stopped, and stands still while the desktop wants
+/// less motion. A file that can't be read shows nothing.
 void ShowPicture(GtkWidget* picture, const std::string& file);
 /// An animated picture stands still on the frame that it has reached.
 void StopPicture(GtkWidget* picture);
