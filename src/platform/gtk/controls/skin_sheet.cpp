@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/controls/skin_sheet.h"
 
-#include <array>
-#include <fstream>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <map>
 #include <string_view>
 
+#include "platform/gtk/controls/skin_check.h"
 #include "platform/platform_error.h"
 
 namespace kivandra::gtk {
@@ -16,114 +20,43 @@ constexpr std::size_t kLargestSheet = std::size_t{4} << 20U;
 constexpr unsigned kDefaultPriority = GTK_STYLE_PROVIDER_PRIORITY_APPLICATION;
 constexpr unsigned kSkinPriority = kDefaultPriority + 1;
 constexpr unsigned kFixedPriority = kSkinPriority + 1;
+constexpr long kNoFile = 53;
 
-constexpr std::array kColours{
-    "title_top",   "title_bottom", "title_line", "title_ink", "menu_bg",  "bar_top",   "bar_bottom",
-    "bar_line",    "desk",         "status_bg",  "ink",       "ink_soft", "ink_off",   "accent",
-    "accent_deep", "accent_ink",   "hot",        "press",     "field",    "field_ink", "field_line",
-    "card",        "card_top",     "card_line",  "sel_bg",    "sel_ink",  "focus",     "notice_bg",
-    "notice_ink",  "danger",       "shadow",
+class OpenFile {
+ public:
+  explicit OpenFile(const std::string& path)
+      : number_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)) {}
+  ~OpenFile() {
+    if (number_ >= 0) {
+      close(number_);
+    }
+  }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+  /// -1 if it can't be opened.
+  [[nodiscard]] int Number() const { return number_; }
+
+ private:
+  int number_;
 };
 
-[[noreturn]] void NoSkin(const std::string& why) {
-  throw PlatformError(kInvalidCall, "not a skin file: " + why);
-}
-
-std::string WithoutComments(const std::string& css) {
-  std::string bare;
-  bare.reserve(css.size());
+std::string Replaced(std::string_view text, std::string_view what, std::string_view with) {
+  std::string replaced;
+  replaced.reserve(text.size() + text.size() / 8);
   std::size_t from = 0;
-  for (std::size_t open = css.find("/*"); open != std::string::npos; open = css.find("/*", from)) {
-    bare.append(css, from, open - from).push_back(' ');
-    const std::size_t close = css.find("*/", open + 2);
-    if (close == std::string::npos) {
-      NoSkin("a comment does not end");
-    }
-    from = close + 2;
+  for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what, from)) {
+    replaced.append(text, from, at - from).append(with);
+    from = at + what.size();
   }
-  return bare.append(css, from);
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-/// Every selector of a list hangs below the window's class.
-void CheckSelectors(std::string_view list) {
-  while (true) {
-    const std::size_t comma = list.find(',');
-    const std::string_view selector = Trimmed(list.substr(0, comma));
-    if (!selector.starts_with(".kv-skin") && !selector.starts_with("window.kv-skin")) {
-      NoSkin("a rule reaches beyond the window");
-    }
-    if (comma == std::string_view::npos) {
-      return;
-    }
-    list.remove_prefix(comma + 1);
-  }
-}
-
-/// A skin dresses its own windows and does nothing else.
-void CheckHarmless(const std::string& bare) {
-  std::size_t at = 0;
-  while (!Trimmed(std::string_view(bare).substr(at)).empty()) {
-    at = bare.find_first_not_of(" \t\r\n", at);
-    if (bare[at] == '@') {
-      if (bare.compare(at, 14, "@define-color ") != 0) {
-        NoSkin("an unknown @-rule");
-      }
-      at = bare.find(';', at);
-      if (at == std::string::npos) {
-        NoSkin("a colour does not end");
-      }
-      ++at;
-      continue;
-    }
-    const std::size_t open = bare.find('{', at);
-    const std::size_t close = bare.find('}', at);
-    if (open == std::string::npos || close == std::string::npos || close < open) {
-      NoSkin("a rule does not end");
-    }
-    CheckSelectors(std::string_view(bare).substr(at, open - at));
-    at = close + 1;
-  }
-  for (std::size_t url = bare.find("url("); url != std::string::npos; url = bare.find("url(", url + 1)) {
-    if (bare.compare(url, 10, "url(\"data:") != 0) {
-      NoSkin("it names another file");
-    }
-  }
-}
-
-void CheckSkin(const std::string& css) {
-  if (!g_utf8_validate(css.data(), static_cast<gssize>(css.size()), nullptr)) {
-    NoSkin("it is no text");
-  }
-  const std::string bare = WithoutComments(css);
-  CheckHarmless(bare);
-  for (const char* colour : kColours) {
-    if (bare.find("@define-color kv_" + std::string(colour) + " ") == std::string::npos) {
-      NoSkin("the colour " + std::string(colour) + " is missing");
-    }
-  }
-}
-
-std::string Replaced(std::string text, std::string_view what, std::string_view with) {
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
-    text.replace(at, what.size(), with);
-  }
-  return text;
+  return replaced.append(text, from);
 }
 
 /// Gives class and colours of a sheet the number of their dress. A `data:` address can't hold either word by
 /// chance: its base64 has neither "-" nor "_".
 std::string Numbered(std::string css, const std::string& number) {
-  css = Replaced(std::move(css), "kv-skin", "kv-skin-" + number);
-  css = Replaced(std::move(css), "@kv_", "@kv" + number + "_");
-  return Replaced(std::move(css), "@define-color kv_", "@define-color kv" + number + "_");
+  css = Replaced(css, "kv-skin", "kv-skin-" + number);
+  css = Replaced(css, "@kv_", "@kv" + number + "_");
+  return Replaced(css, "@define-color kv_", "@define-color kv" + number + "_");
 }
 
 /// A provider for the text; throws PlatformError at its first error.
@@ -152,15 +85,26 @@ std::map<std::string, std::weak_ptr<SkinSheet>>& Worn() {
 }  // namespace
 
 std::string ReadSheet(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string text(kLargestSheet + 1, '\0');
-  if (!file.read(text.data(), static_cast<std::streamsize>(text.size())) && !file.eof()) {
-    throw PlatformError(53, "can't read " + path);
+  // Nothing but a plain file: the opening of a pipe waits for a writer, and a device may never end.
+  const OpenFile file(path);
+  struct stat about {};
+  if (file.Number() < 0 || fstat(file.Number(), &about) != 0 || !S_ISREG(about.st_mode)) {
+    throw PlatformError(kNoFile, "can't read " + path);
   }
-  text.resize(static_cast<std::size_t>(file.gcount()));
-  if (text.size() > kLargestSheet) {
+  if (about.st_size > static_cast<off_t>(kLargestSheet)) {
     throw PlatformError(kInvalidCall, "too large for a style sheet: " + path);
   }
+  std::string text(static_cast<std::size_t>(about.st_size), '\0');
+  std::size_t filled = 0;
+  ssize_t got = 0;
+  while (filled < text.size() &&
+         (got = read(file.Number(), text.data() + filled, text.size() - filled)) != 0) {
+    if (got < 0 && errno != EINTR) {
+      throw PlatformError(kNoFile, "can't read " + path);
+    }
+    filled += got < 0 ? 0 : static_cast<std::size_t>(got);
+  }
+  text.resize(filled);
   return text;
 }
 

@@ -12,10 +12,10 @@ namespace kivandra::gtk {
 /// a class of its own, so that windows in different dresses stand side by side; it is forgotten with its last
 /// window.
 ///
-/// A skin file is one CSS text of at most 4 MiB: `@define-color` for every name that a dress needs, and rules
-/// below
-/// `.kv-skin`. It can't reach other windows, load other files or fetch anything: pictures are `data:`
-/// addresses.
+/// A skin file is one CSS text of at most 4 MiB, of which 128 KiB stand outside of comments and quotes:
+/// `@define-color` for every name that a dress needs, and rules below `.kv-skin`. It can't reach other
+/// windows, load other files or fetch anything: pictures are `data:` addresses. Its colours are its own, each
+/// begins with `kv_`.
 class SkinSheet {
  public:
   /// Loads a skin file; the same file content gives the same dress while a window wears it. Throws
@@ -41,7 +41,8 @@ class SkinSheet {
 enum class ProgramSheet { DefaultDress, Fixed };
 /// Loads such a sheet for the whole display. Throws PlatformError if the file can't be read or is broken.
 void LoadProgramSheet(const std::string& path, ProgramSheet kind);
-/// Whole text of a file of at most 4 MiB; throws PlatformError.
+/// Whole text of a plain file of at most 4 MiB; throws PlatformError. Never waits: a pipe or a device is
+/// refused.
 [[nodiscard]] std::string ReadSheet(const std::string& path);
 
 }  // namespace kivandra::gtk
