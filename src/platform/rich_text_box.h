@@ -29,7 +29,9 @@ class RichTextBox : public virtual Control {
   virtual void SetText(const std::string& text, const std::vector<TextSpan>& links) = 0;
   [[nodiscard]] virtual std::string TextRange(const TextSpan& span) const = 0;
   /// Prints the whole text on the default printer, without a dialog; `document` is what the print queue
-  /// shows. Events run inside, and the window may close. Throws PlatformError if there is no printer.
+  /// shows. Events run inside until the print is handed over, so the window may close meanwhile; a second
+  /// print, of this text or another one, is refused for so long. Throws PlatformError if there is no printer,
+  /// if printing fails, and while another print is under way.
   virtual void PrintDoc(const std::string& document) = 0;
   /// Something happens over a link: a mouse message, or Enter on a link, which counts as WM_LBUTTONUP.
   virtual void OnLink(std::function<void(unsigned message, TextSpan link)> handler) = 0;

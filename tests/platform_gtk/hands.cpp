@@ -11,7 +11,7 @@
 namespace kivandra::gtk {
 namespace {
 
-constexpr int kPatience = 2000;  // milliseconds
+constexpr int kPatience = 10000;  // milliseconds
 
 bool Wait(const std::function<bool()>& done) {
   bool late = false;
@@ -39,6 +39,7 @@ void Hands::Press(const std::vector<std::string>& keys) {
 }
 
 void Hands::MoveTo(Gtk::Widget& widget) {
+  EXPECT_TRUE(Wait([&] { return widget.get_width() > 0; })) << "the widget has no place yet";
   MoveTo(widget, widget.get_width() / 2.0, widget.get_height() / 2.0);
 }
 

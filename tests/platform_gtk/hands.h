@@ -13,13 +13,13 @@ namespace kivandra::gtk {
 /// from the display server.
 class Hands {
  public:
-  /// Waits until the window is on the screen and gives it the keyboard. Fails the test if that takes two
+  /// Waits until the window is on the screen and gives it the keyboard. Fails the test if that takes ten
   /// seconds.
   explicit Hands(Gtk::Window& window);
 
   /// Presses and releases the keys one after the other, each named as "alt+f".
   void Press(const std::vector<std::string>& keys);
-  /// Moves the pointer to the middle of a widget of the window.
+  /// Moves the pointer to the middle of a widget of the window, once it has its place.
   void MoveTo(Gtk::Widget& widget);
   /// Clicks in the middle of a widget of the window.
   void Click(Gtk::Widget& widget, int button = 1);

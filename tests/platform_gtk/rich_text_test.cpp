@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text with links: showing it, its links by mouse and keyboard, printing it.
+#include <ctime>
 #include <filesystem>
 
 #include "platform/button.h"
@@ -183,6 +184,7 @@ TEST_F(RichTextTest, AFullDayComesWhole) {
 }
 
 TEST_F(RichTextTest, FiftyMegabytesInOneLineComeInPieces) {
+  const std::clock_t began = std::clock();
   std::string line;
   const std::string word(999, 'w');
   while (line.size() < std::size_t{50} << 20U) {
@@ -198,6 +200,23 @@ TEST_F(RichTextTest, FiftyMegabytesInOneLineComeInPieces) {
     auto end = buffer->get_iter_at_line(i);
     end.forward_to_line_end();
     ASSERT_LE(end.get_line_offset(), static_cast<int>(kLongestPiece));
+  }
+  EXPECT_LT(std::clock() - began, 2 * CLOCKS_PER_SEC);
+}
+
+TEST_F(RichTextTest, WhoRunsEventsToTheirEndWaitsForNoLongText) {
+  std::string lines;
+  while (lines.size() < std::size_t{8} << 20U) {
+    lines += "A line that is long enough to be laid out in a row or two of the window.\n";
+  }
+  box->SetText(lines, {});
+  std::size_t before = Shown().size();
+  for (int i = 0; i < 3; ++i) {
+    Settle();
+    EXPECT_LE(Shown().size() - before, std::size_t{64} << 10U);
+    EXPECT_FALSE(box->Complete());
+    before = Shown().size();
+    EXPECT_TRUE(Until([&] { return Shown().size() > before; })) << "and yet it comes";
   }
 }
 

@@ -89,16 +89,13 @@ class WindowTest : public ::testing::Test {
  protected:
   ~WindowTest() override { Settle(); }
 
-  /// Runs events until `done`, at most two seconds.
+  /// Runs events until `done`. Gives up after ten seconds, more than anything takes on a busy machine.
+  /// Not every condition comes with an event, so it is looked at now and then.
   bool Until(const std::function<bool()>& done) {
-    bool late = false;
-    const auto timer = Glib::signal_timeout().connect(
-        [&late] {
-          late = true;
-          return false;
-        },
-        2000);
-    while (!done() && !late) {
+    constexpr unsigned kLookMilliseconds = 20;
+    int looks = 500;
+    const auto timer = Glib::signal_timeout().connect([&looks] { return --looks, true; }, kLookMilliseconds);
+    while (!done() && looks > 0) {
       loop.WaitForEvents();
     }
     sigc::connection(timer).disconnect();

@@ -73,11 +73,18 @@ void RichTextBoxControl::SetText(const std::string& text, const std::vector<Text
 }
 
 void RichTextBoxControl::KeepShowing() {
-  // After input, drawing and the laying out of what is there already; and not whenever nothing else is to do,
-  // for then events would never come to an end while it goes on.
-  loading_ =
-      Glib::signal_timeout().connect([this] { return Guarded([this] { return ShowMore(kBytesAtOnce); }); },
-                                     kStepMilliseconds, Glib::PRIORITY_LOW);
+  // A pause comes before each step, and only when what is there has been laid out. Whatever a step costs, a
+  // caller who runs events until there are no more waits for one step at most.
+  const auto step = [this] {
+    if (ShowMore(kBytesAtOnce)) {
+      KeepShowing();
+    }
+  };
+  const auto pause = [this, step] {
+    loading_ = Glib::signal_timeout().connect([step] { return Guarded(step), false; }, kStepMilliseconds,
+                                              Glib::PRIORITY_LOW);
+  };
+  loading_ = Glib::signal_idle().connect([pause] { return Guarded(pause), false; }, Glib::PRIORITY_LOW);
 }
 
 void RichTextBoxControl::WatchScrolling(Gtk::TextView& view) {
