@@ -27,6 +27,7 @@ enum class ControlKind {
   StatusBar,
   TextBox,
   Timer,
+  TreeView,
   WebBrowser,
 };
 

@@ -65,6 +65,8 @@ std::set<std::string> TypesOf(ControlKind kind) {
       return {"KvTimer"};
     case ControlKind::SkinForm:
       return {"KvSkinForm"};
+    case ControlKind::TreeView:
+      return {"GtkListView", "GtkTreeView"};
     case ControlKind::BarControl:
     case ControlKind::MdiClient:
     case ControlKind::MenuBar:

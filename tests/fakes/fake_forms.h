@@ -12,6 +12,7 @@
 
 #include "fakes/fake_controls.h"
 #include "fakes/fake_event_loop.h"
+#include "fakes/fake_tree_view.h"
 #include "fakes/fake_web_browser.h"
 #include "platform/form.h"
 #include "platform/mdi_client.h"
@@ -90,6 +91,7 @@ class FakeForm : public Form, public std::enable_shared_from_this<FakeForm> {
   FakeStatusBar& StatusOf(const std::string& name) {
     return Fetch<FakeStatusBar>(name, ControlKind::StatusBar);
   }
+  FakeTreeView& TreeOf(const std::string& name) { return Fetch<FakeTreeView>(name, ControlKind::TreeView); }
   FakeBarControl& BarsOf(const std::string& name) {
     return Fetch<FakeBarControl>(name, ControlKind::BarControl);
   }
@@ -368,6 +370,9 @@ inline Control& FakeForm::FindControl(std::string_view name, ControlKind kind) {
       made = std::make_unique<FakeTimer>(full, journal, forms_.loop, data.interval, data.enabled);
       break;
     }
+    case ControlKind::TreeView:
+      made = std::make_unique<FakeTreeView>(full, journal);
+      break;
     case ControlKind::WebBrowser:
       made = std::make_unique<FakeWebBrowser>(full, journal);
       break;

@@ -197,6 +197,13 @@ class FakeSystemInfo : public SystemInfo {
   [[nodiscard]] std::string CommandLine() const override { return commandLine; }
   [[nodiscard]] std::string GetWindowsDirectoryA() const override { return "/data"; }
   [[nodiscard]] std::string GetSystemDirectoryA() const override { return "/data"; }
+  [[nodiscard]] std::string SHGetSpecialFolderPathA(int folder) const override {
+    EXPECT_EQ(folder, CSIDL_FAVORITES);
+    if (favorites.empty()) {
+      throw PlatformError(kInvalidCall, "no favourites folder");
+    }
+    return favorites;
+  }
   [[nodiscard]] DllVersionInfo DllGetVersion() const override { return engine; }
   [[nodiscard]] std::string FormatToday(const std::string& pattern) const override {
     EXPECT_EQ(pattern, "d/m/yyyy");
@@ -204,10 +211,11 @@ class FakeSystemInfo : public SystemInfo {
   }
   std::string commandLine;
   std::string today = "16/11/2026";
+  std::string favorites = "/data/Favorites";
   DllVersionInfo engine{6, 0};
 };
 
-/// Files in memory.
+/// Files and folders in memory. Files may stand where no folder is; a listing needs one.
 class FakeFileCalls : public FileCalls {
  public:
   explicit FakeFileCalls(Journal& journal) : journal_(journal) {}
@@ -223,11 +231,15 @@ class FakeFileCalls : public FileCalls {
   }
   void Name(const std::string& path, const std::string& newPath) override {
     journal_.Call("Name " + Quoted(path) + ", " + Quoted(newPath));
+    if (files.count(newPath) != 0 || folders.count(newPath) != 0) {
+      throw PlatformError(58, "File already exists");
+    }
+    if (folders.count(path) != 0) {
+      MoveFolder(path, newPath);
+      return;
+    }
     if (files.count(path) == 0) {
       throw PlatformError(53, "File not found");
-    }
-    if (files.count(newPath) != 0) {
-      throw PlatformError(58, "File already exists");
     }
     files[newPath] = files[path];
     files.erase(path);
@@ -242,12 +254,69 @@ class FakeFileCalls : public FileCalls {
   }
   void WriteFile(const std::string& path, const std::string& bytes) override {
     journal_.Call("WriteFile " + Quoted(path));
+    if (folders.count(path) != 0) {
+      throw PlatformError(75, "Path/File access error");
+    }
     files[path] = bytes;
+  }
+  [[nodiscard]] FolderListing ListFolder(const std::string& path) const override {
+    journal_.Call("ListFolder " + Quoted(path));
+    if (folders.count(path) == 0) {
+      throw PlatformError(76, "Path not found");
+    }
+    FolderListing listing;
+    for (const auto& [folder, link] : folders) {
+      if (Parent(folder) == path) {
+        listing.folders.push_back({folder.substr(path.size() + 1), link});
+      }
+    }
+    for (const auto& [file, bytes] : files) {
+      if (Parent(file) == path) {
+        listing.files.push_back(file.substr(path.size() + 1));
+      }
+    }
+    return listing;
+  }
+  void MakeFolder(const std::string& path) override {
+    journal_.Call("MakeFolder " + Quoted(path));
+    if (files.count(path) != 0) {
+      throw PlatformError(75, "Path/File access error");
+    }
+    for (std::string each = path; !each.empty(); each = Parent(each)) {
+      folders.emplace(each, false);
+    }
+  }
+  void DeleteFolder(const std::string& path) override {
+    journal_.Call("DeleteFolder " + Quoted(path));
+    if (folders.erase(path) == 0) {
+      throw PlatformError(76, "Path not found");
+    }
+    std::erase_if(folders, [&](const auto& each) { return each.first.starts_with(path + "/"); });
+    std::erase_if(files, [&](const auto& each) { return each.first.starts_with(path + "/"); });
   }
 
   std::map<std::string, std::string> files;
+  std::map<std::string, bool> folders;  // true: a link to a folder
 
  private:
+  static std::string Parent(const std::string& path) { return path.substr(0, path.rfind('/')); }
+  template <typename Entries>
+  static void MoveIn(Entries& entries, const std::string& path, const std::string& newPath) {
+    Entries moved;
+    for (const auto& [name, value] : entries) {
+      const bool inside = name == path || name.starts_with(path + "/");
+      moved.emplace(inside ? newPath + name.substr(path.size()) : name, value);
+    }
+    entries = moved;
+  }
+  void MoveFolder(const std::string& path, const std::string& newPath) {
+    if (newPath.starts_with(path + "/") || folders.count(Parent(newPath)) == 0) {
+      throw PlatformError(75, "Path/File access error");
+    }
+    MoveIn(folders, path, newPath);
+    MoveIn(files, path, newPath);
+  }
+
   Journal& journal_;
 };
 

@@ -106,6 +106,14 @@ TEST(SystemInfo, SetUpMakesTheLogFolderForThisUserAlone) {
   info.SetUp();  // a second start finds all of it
 }
 
+TEST(SystemInfo, TheFavouritesLieInTheProgramsOwnData) {
+  const TemporaryFolder folder;
+  const Environment data("XDG_DATA_HOME", folder.Path("share"));
+  const LinuxSystemInfo info({6, 2});
+  EXPECT_EQ(info.SHGetSpecialFolderPathA(CSIDL_FAVORITES), folder.Path("share/kivandra/Favorites"));
+  EXPECT_THROW((void)info.SHGetSpecialFolderPathA(CSIDL_FAVORITES + 1), PlatformError);
+}
+
 TEST(SystemInfo, SetUpSaysWhenItCannotMakeTheFolder) {
   const TemporaryFolder folder;
   folder.Write("file", "");

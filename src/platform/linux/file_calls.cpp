@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/file_calls.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,9 +9,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <memory>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
+#include "platform/linux/user_folders.h"
 #include "platform/platform_error.h"
 
 namespace kivandra::linux_impl {
@@ -74,6 +79,30 @@ bool WriteAll(int file, std::string_view bytes) {
 bool IsThere(const std::string& path) {
   struct stat entry {};
   return lstat(path.c_str(), &entry) == 0;
+}
+
+/// Puts an entry of an open folder where it belongs in the listing.
+void Place(int folder, const dirent& entry, FolderListing& listing) {
+  // Most file systems tell the kind with the name; asking for each of many entries would take its time.
+  if (entry.d_type == DT_REG) {
+    listing.files.emplace_back(entry.d_name);
+    return;
+  }
+  if (entry.d_type == DT_DIR) {
+    listing.folders.push_back({entry.d_name, false});
+    return;
+  }
+  struct stat own {};
+  struct stat target {};
+  if (fstatat(folder, entry.d_name, &own, AT_SYMLINK_NOFOLLOW) != 0 ||
+      fstatat(folder, entry.d_name, &target, 0) != 0) {
+    return;
+  }
+  if (S_ISDIR(target.st_mode)) {
+    listing.folders.push_back({entry.d_name, S_ISLNK(own.st_mode)});
+  } else if (S_ISREG(target.st_mode)) {
+    listing.files.emplace_back(entry.d_name);
+  }
 }
 
 }  // namespace
@@ -148,6 +177,45 @@ void LinuxFileCalls::WriteFile(const std::string& path, const std::string& bytes
     const int error = errno;
     unlink(fresh.c_str());
     Fail("Cannot write ", path, error);
+  }
+}
+
+FolderListing LinuxFileCalls::ListFolder(const std::string& path) const {
+  const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(path.c_str()), &closedir);
+  if (!folder) {
+    Fail("Cannot read the folder ", path, errno);
+  }
+  FolderListing listing;
+  while (true) {
+    errno = 0;
+    const dirent* entry = readdir(folder.get());
+    if (entry == nullptr) {
+      break;
+    }
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") {
+      continue;
+    }
+    Place(dirfd(folder.get()), *entry, listing);
+  }
+  if (errno != 0) {
+    Fail("Cannot read the folder ", path, errno);
+  }
+  return listing;
+}
+
+void LinuxFileCalls::MakeFolder(const std::string& path) { MakePrivateFolder(path); }
+
+void LinuxFileCalls::DeleteFolder(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::symlink_status(path, error);
+  if (!std::filesystem::is_directory(status) && !std::filesystem::is_symlink(status)) {
+    Fail("Cannot delete the folder ", path, ENOENT);
+  }
+  // Never through a link.
+  std::filesystem::remove_all(path, error);
+  if (error) {
+    Fail("Cannot delete the folder ", path, error.value());
   }
 }
 

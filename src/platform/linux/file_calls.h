@@ -14,6 +14,9 @@ class LinuxFileCalls : public FileCalls {
   void Name(const std::string& path, const std::string& newPath) override;
   [[nodiscard]] std::string ReadFile(const std::string& path) const override;
   void WriteFile(const std::string& path, const std::string& bytes) override;
+  [[nodiscard]] FolderListing ListFolder(const std::string& path) const override;
+  void MakeFolder(const std::string& path) override;
+  void DeleteFolder(const std::string& path) override;
 };
 
 }  // namespace kivandra::linux_impl

@@ -15,6 +15,7 @@ namespace kivandra::linux_impl {
 namespace {
 
 constexpr std::string_view kLogFolder = "/21";
+constexpr std::string_view kFavoritesFolder = "/Favorites";
 
 /// The program's file. An upgrade that replaces it while it runs makes the kernel add a mark to the name.
 std::filesystem::path ProgramFile() {
@@ -88,6 +89,13 @@ std::string LinuxSystemInfo::CommandLine() const {
 }
 
 std::string LinuxSystemInfo::GetWindowsDirectoryA() const { return DataFolder(); }
+
+std::string LinuxSystemInfo::SHGetSpecialFolderPathA(int folder) const {
+  if (folder != CSIDL_FAVORITES) {
+    throw PlatformError(kInvalidCall, "No special folder " + std::to_string(folder));
+  }
+  return DataFolder().append(kFavoritesFolder);
+}
 
 std::string LinuxSystemInfo::FormatToday(const std::string& pattern) const {
   const std::time_t now = std::chrono::system_clock::to_time_t(clock_());

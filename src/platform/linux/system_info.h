@@ -31,6 +31,8 @@ class LinuxSystemInfo : public SystemInfo {
   [[nodiscard]] std::string GetWindowsDirectoryA() const override;
   /// The same folder: this system has no second one.
   [[nodiscard]] std::string GetSystemDirectoryA() const override { return GetWindowsDirectoryA(); }
+  /// The folder `Favorites` of the program's own data.
+  [[nodiscard]] std::string SHGetSpecialFolderPathA(int folder) const override;
   [[nodiscard]] DllVersionInfo DllGetVersion() const override { return engine_; }
   /// Local time. The date separator of this platform is "/" in every language.
   [[nodiscard]] std::string FormatToday(const std::string& pattern) const override;

@@ -20,6 +20,7 @@
 #include "platform/gtk/menus/menu_bar_control.h"
 #include "platform/menu_bar.h"
 #include "platform/rich_text_box.h"
+#include "platform/tree_view.h"
 
 namespace kivandra::gtk {
 namespace {
@@ -129,6 +130,8 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
         control = std::make_unique<TimerControl>(object);
       }
       break;
+    case ControlKind::TreeView:
+      break;
     case ControlKind::WebBrowser:
       if (auto* place = As<Gtk::Box>(object)) {
         control = loader.Engine().MakeBrowser(*place);
@@ -175,6 +178,8 @@ bool IsKind(Control& control, ControlKind kind) {
       return dynamic_cast<TextBox*>(&control) != nullptr;
     case ControlKind::Timer:
       return dynamic_cast<Timer*>(&control) != nullptr;
+    case ControlKind::TreeView:
+      return dynamic_cast<TreeView*>(&control) != nullptr;
     case ControlKind::WebBrowser:
       return dynamic_cast<WebBrowser*>(&control) != nullptr;
   }
