@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/combo_box.h"
+#include "platform/file_calls.h"
+
+namespace kivandra {
+
+/// A folder that favourites can lie in, as a list shows it: the favourites folder is "Favorites", a folder in
+/// it "Favorites\News".
+struct FavoriteFolder {
+  std::string label;
+  std::string path;
+};
+
+/// The favourites folder and all folders below it, each behind the one that holds it. Links are left out, and
+/// so is what can't be read.
+[[nodiscard]] std::vector<FavoriteFolder> FavoriteFolders(const FileCalls& files, const std::string& root);
+
+/// Fills the list anew and shows the first folder.
+void FillFolderList(ComboBox& box, const std::vector<FavoriteFolder>& folders);
+
+/// The path of the folder with this label, or an empty text.
+[[nodiscard]] std::string FolderOfLabel(const std::vector<FavoriteFolder>& folders, const std::string& label);
+
+/// The path of the folder that a person has named by hand below `root`, in safe names: "News\Local", with or
+/// without "Favorites" in front. It need not be there.
+[[nodiscard]] std::string FolderOfTypedText(const std::string& root, const std::string& text);
+
+}  // namespace kivandra
