@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Picks the platform's adapters and hands them to the program.
+#include <csignal>
 #include <cstdio>
 #include <string>
 
@@ -81,6 +82,8 @@ void Run(Machine& machine) {
 }  // namespace
 
 int main() {
+  // A write beyond the allowed size of a file then fails like one on a full disk, and ends nothing.
+  std::signal(SIGXFSZ, SIG_IGN);
   gtk::PrepareEngineEnvironment();
   const linux_impl::LinuxSystemInfo system(kEngineVersion);
   if (!gtk::StartToolkit(system.ProgramDirectory())) {

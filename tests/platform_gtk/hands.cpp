@@ -108,4 +108,24 @@ std::vector<Gtk::Widget*> WidgetsBelow(Gtk::Widget& root, const std::function<bo
   return found;
 }
 
+PlaceOnScreen PlaceOf(Gtk::Window& window) {
+  GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window.gobj()));
+  Display* display = gdk_x11_display_get_xdisplay(gdk_surface_get_display(surface));
+  ::Window root = DefaultRootWindow(display);
+  ::Window unused = 0;
+  ::Window* all = nullptr;
+  unsigned count = 0;
+  PlaceOnScreen place;
+  XTranslateCoordinates(display, gdk_x11_surface_get_xid(surface), root, 0, 0, &place.left, &place.top,
+                        &unused);
+  XQueryTree(display, root, &unused, &unused, &all, &count);
+  for (unsigned each = 0; each < count; ++each) {
+    if (all[each] == gdk_x11_surface_get_xid(surface)) {
+      place.height = static_cast<int>(each);
+    }
+  }
+  XFree(all);
+  return place;
+}
+
 }  // namespace kivandra::gtk

@@ -36,6 +36,15 @@ class Hands {
   std::string number_;
 };
 
+/// Where a shown window stands on the virtual display: its left top corner in pixels, and its height in the
+/// pile of windows, the lowest 0.
+struct PlaceOnScreen {
+  int left = 0;
+  int top = 0;
+  int height = -1;
+};
+[[nodiscard]] PlaceOnScreen PlaceOf(Gtk::Window& window);
+
 /// Every widget below `root`, popovers included, for which `wanted` holds.
 [[nodiscard]] std::vector<Gtk::Widget*> WidgetsBelow(Gtk::Widget& root,
                                                      const std::function<bool(Gtk::Widget&)>& wanted);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The parental control panel as a window: its words, its way by keyboard, its size.
+#include <cstdlib>
+
 #include "platform/button.h"
 #include "platform/calendar.h"
 #include "platform/check_box.h"
@@ -126,6 +128,55 @@ TEST_F(OptionsFormTest, FitsASmallScreen) {
   Settle();
   EXPECT_LE(Window().get_width(), 1024);
   EXPECT_LE(Window().get_height(), 700);
+}
+
+TEST_F(OptionsFormTest, StandsWhereItsOwnerSays) {
+  form->SetLeft(200 * kTwipsPerPixel);
+  form->SetTop(0);
+  EXPECT_TRUE(Until([&] { return PlaceOf(Window()).left == 200; })) << PlaceOf(Window()).left;
+  EXPECT_EQ(PlaceOf(Window()).top, 0);
+  form->SetVisible(false);
+  form->SetLeft(30 * kTwipsPerPixel);
+  form->SetVisible(true);
+  EXPECT_TRUE(Until([&] { return PlaceOf(Window()).left == 30; })) << PlaceOf(Window()).left;
+}
+
+TEST_F(OptionsFormTest, KnowsItsSizeBeforeItIsShown) {
+  Laid(*Window().get_child());
+  const Twips width = form->Width();
+  const Twips height = form->Height();
+  form->Unload();
+  form = forms.Load("frmOptions");
+  constexpr Twips kEdges = 2 * kTwipsPerPixel;
+  EXPECT_LE(std::abs(form->Width() - width), kEdges);
+  EXPECT_LE(std::abs(form->Height() - height), kEdges);
+}
+
+TEST_F(OptionsFormTest, AChangedCaptionIsReadOutOnce) {
+  auto& button = form->Get<Button>("Command3");
+  button.SetCaption("Close Help");
+  EXPECT_EQ(gtk_test_accessible_has_property(GTK_ACCESSIBLE(WidgetOf(button).gobj()),
+                                             GTK_ACCESSIBLE_PROPERTY_LABEL),
+            FALSE);
+}
+
+TEST_F(OptionsFormTest, StaysInFrontWhenTheModalWindowThatOpenedItGoes) {
+  const auto base = forms.Load("frmFirstLog");
+  base->SetVisible(true);
+  Gtk::Window& below = WindowOf(WidgetOf(base->Get<Button>("SkinButton1")));
+  { Hands onBase(below); }
+  form->SetVisible(false);
+  const auto prompt = forms.Load("frmPassword");
+  Glib::signal_timeout().connect_once(
+      [&] {
+        form->SetVisible(true);
+        form->BringToFront();
+        prompt->Unload();
+      },
+      50);
+  prompt->ShowModal();
+  Settle();
+  EXPECT_GT(PlaceOf(Window()).height, PlaceOf(below).height);
 }
 
 TEST_F(OptionsFormTest, EveryControlIsReachedByTabInReadingOrder) {

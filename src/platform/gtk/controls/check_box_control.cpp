@@ -16,7 +16,10 @@ void CheckBoxControl::TakeLabels(Gtk::CheckButton& box) {
     if (!GTK_IS_LABEL(each->data)) {
       continue;
     }
-    gtk_accessible_update_property(GTK_ACCESSIBLE(box.Gtk::Widget::gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+    // The name itself in the place of the pointer to the label: with both, it would be read out twice.
+    auto* accessible = GTK_ACCESSIBLE(box.Gtk::Widget::gobj());
+    gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_LABELLED_BY);
+    gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL,
                                    gtk_label_get_text(GTK_LABEL(each->data)), -1);
     auto click = Gtk::GestureClick::create();
     click->set_button(GDK_BUTTON_PRIMARY);

@@ -16,7 +16,10 @@ std::string ButtonControl::Caption() const {
 }
 
 void ButtonControl::SetCaption(const std::string& caption) {
-  dynamic_cast<Gtk::Button&>(Widget()).set_label(MnemonicOf(caption));
+  auto& button = dynamic_cast<Gtk::Button&>(Widget());
+  button.set_label(MnemonicOf(caption));
+  // The toolkit would have the words read out twice: for the button and for the label in it.
+  gtk_accessible_reset_property(GTK_ACCESSIBLE(button.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL);
 }
 
 void ButtonControl::OnClick(std::function<void()> handler) { Alive(), click_ = std::move(handler); }

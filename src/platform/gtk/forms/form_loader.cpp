@@ -140,14 +140,20 @@ void FormLoader::Forget(FormBase& form) {
 }
 
 void FormLoader::Activated(TopForm& form) {
+  active_ = form.weak_from_this();
+  Shown(form);
+}
+
+void FormLoader::Shown(TopForm& form) {
   std::erase_if(activations_, [&](const auto& each) { return each.expired() || each.lock().get() == &form; });
   activations_.push_back(form.weak_from_this());
 }
 
 void FormLoader::Left(TopForm& form) {
   const bool wasLatest = !activations_.empty() && activations_.back().lock().get() == &form;
+  const bool wasActive = active_.lock().get() == &form;
   std::erase_if(activations_, [&](const auto& each) { return each.expired() || each.lock().get() == &form; });
-  if (wasLatest) {
+  if (wasLatest || wasActive) {
     if (Gtk::Window* next = ActiveWindow()) {
       next->present();
     }

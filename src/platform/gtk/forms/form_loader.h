@@ -46,6 +46,8 @@ class FormLoader : public Forms {
   void Forget(FormBase& form);
   /// A top window has become active.
   void Activated(TopForm& form);
+  /// A top window lies over the others; the keyboard may follow.
+  void Shown(TopForm& form);
   /// A top window was hidden: the one before it becomes active, if the focus was in this program.
   void Left(TopForm& form);
 
@@ -58,7 +60,8 @@ class FormLoader : public Forms {
   EngineFactory& engine_;
   std::string structure_;
   std::vector<std::shared_ptr<FormBase>> loaded_;
-  std::vector<std::weak_ptr<FormBase>> activations_;  // top windows, the latest last
+  std::vector<std::weak_ptr<FormBase>> activations_;  // top windows, the latest in front last
+  std::weak_ptr<FormBase> active_;                    // the last that had the keyboard
   TopForm* frame_ = nullptr;
   MdiArea* area_ = nullptr;
 };

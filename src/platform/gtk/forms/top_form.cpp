@@ -5,6 +5,7 @@
 #include "platform/gtk/forms/child_form.h"
 #include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/forms/title_bar.h"
+#include "platform/gtk/forms/window_place.h"
 #include "platform/gtk/mdi/mdi_area.h"
 #include "platform/gtk/utf8_text.h"
 
@@ -117,6 +118,10 @@ void TopForm::SetVisible(bool visible) {
     window_->get_child()->child_focus(Gtk::DirectionType::TAB_FORWARD);
   }
   window_->present();  // the second time for desktops that leave the focus to the window itself
+  if (placed_) {
+    Place();
+  }
+  Loader().Shown(*this);
 }
 
 void TopForm::ShowModal() {
@@ -139,6 +144,7 @@ void TopForm::BringToFront() {
   Alive();
   if (window_->get_visible()) {
     window_->present();
+    Loader().Shown(*this);
   }
 }
 
@@ -173,11 +179,30 @@ void TopForm::SetWindowState(enum WindowState state) {
 
 Twips TopForm::Left() const { return Alive(), left_; }
 
-void TopForm::SetLeft(Twips left) { Alive(), left_ = left; }
+void TopForm::SetLeft(Twips left) {
+  Alive();
+  left_ = left;
+  PlaceIfShown();
+}
 
 Twips TopForm::Top() const { return Alive(), top_; }
 
-void TopForm::SetTop(Twips top) { Alive(), top_ = top; }
+void TopForm::SetTop(Twips top) {
+  Alive();
+  top_ = top;
+  PlaceIfShown();
+}
+
+void TopForm::PlaceIfShown() {
+  placed_ = true;
+  if (window_->get_visible()) {
+    Place();
+  }
+}
+
+void TopForm::Place() const {
+  PlaceWindow(*window_, static_cast<int>(left_ / kTwipsPerPixel), static_cast<int>(top_ / kTwipsPerPixel));
+}
 
 int TopForm::Length(bool width) const {
   Alive();
@@ -185,7 +210,19 @@ int TopForm::Length(bool width) const {
   int designedHeight = 0;
   window_->get_default_size(designedWidth, designedHeight);
   const int shown = width ? window_->get_width() : window_->get_height();
-  return shown > 0 ? shown : std::max(0, width ? designedWidth : designedHeight);
+  const int designed = width ? designedWidth : designedHeight;
+  if (shown > 0 || designed > 0) {
+    return shown > 0 ? shown : designed;
+  }
+  // Never shown and no size of its own: as large as what is in it.
+  int least = 0;
+  int natural = 0;
+  int baseline = 0;
+  int naturalBaseline = 0;
+  const int across = width ? -1 : Length(true);
+  window_->measure(width ? Gtk::Orientation::HORIZONTAL : Gtk::Orientation::VERTICAL, across, least, natural,
+                   baseline, naturalBaseline);
+  return natural;
 }
 
 void TopForm::SetLength(bool width, Twips length) {

@@ -48,6 +48,9 @@ class TopForm : public FormBase {
   void WatchWindow();
   void WatchSurface();
   void Resized();
+  void PlaceIfShown();
+  /// Where the desktop lets a program do that: the X window system does, others place windows themselves.
+  void Place() const;
   [[nodiscard]] std::vector<std::shared_ptr<FormBase>> Inside() const;
   [[nodiscard]] int Length(bool width) const;
   void SetLength(bool width, Twips length);
@@ -55,8 +58,9 @@ class TopForm : public FormBase {
   Gtk::Window* window_;  // null once the widgets are gone
   std::unique_ptr<TitleBar> title_;
   MdiArea* area_ = nullptr;
-  Twips left_ = 0;  // wishes: the desktop places windows
+  Twips left_ = 0;  // wishes: the desktop has the last word
   Twips top_ = 0;
+  bool placed_ = false;  // the owner has said where
   int lastWidth_ = 0;
   int lastHeight_ = 0;
   sigc::connection resized_;
