@@ -9,6 +9,8 @@ from .windows import Window
 PANEL = "Parental Options Menu"
 CHANGE_PASSWORD = "Change Password"
 HELP_PAGE = "Page"
+CALENDAR = "Choose any date to view recorded navigation"
+RECORD = "Recorded navigation"
 LISTS = ("Allowable Domains", "Dis-allowed Domains")
 
 
@@ -92,6 +94,13 @@ class Panel(Window):
         """Puts a text into a field in the place of what it holds."""
         field.write(text)
         wait_until(lambda: field.text == text, "the field holds the text")
+
+    def pick_day(self, day):
+        """Clicks a day of the month that the calendar shows."""
+        self.front()
+        numbers = [node for node in self.find(CALENDAR, "widget").walk()
+                   if node.role == "label" and node.name == str(day)]
+        self.click(numbers[0] if day < 15 else numbers[-1])  # neighbouring months stand before and behind
 
     def help_shown(self):
         return self.find(HELP_PAGE) is not None
