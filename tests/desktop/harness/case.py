@@ -17,6 +17,7 @@ from .program import Home, Program
 from .server import Server
 from .waiting import wait_until
 from .windows import BLOCKED, FRAME_ADDRESS, Frame, Window
+from .world import World
 
 PASSWORD = "Seed 4 you"
 UNFILTERED_SECONDS = 5.0  # after the frame's load the program itself lets everything pass for so long
@@ -139,13 +140,13 @@ class LoudTest(unittest.TestCase):
 class Session:
     """One program past its first run and past its first unfiltered seconds, with a server for its pages."""
 
-    def __init__(self, settings, environment, prepare):
+    def __init__(self, settings, environment, prepare, world):
         self.numbers = itertools.count(1)
         self.never_painted = []
-        self._environment = environment
         self._ends, self._run = contextlib.ExitStack(), contextlib.ExitStack()
         unittest.addModuleCleanup(self.end)
-        self.server = Server()
+        self.server = World() if world else Server()
+        self._environment = {**(self.server.environment if world else {}), **environment}
         self._ends.callback(self.server.close)
         self.home = Home(like=seed())
         self._ends.callback(self.home.remove)
@@ -198,8 +199,8 @@ class Current:
     wanted = None
 
     @classmethod
-    def get(cls, settings, environment, prepare):
-        wanted = (settings, environment, prepare)
+    def get(cls, settings, environment, prepare, world):
+        wanted = (settings, environment, prepare, world)
         if cls.session is None or cls.wanted != wanted or not cls.session.program.runs():
             ended, cls.session = cls.session, None
             if ended:
@@ -215,10 +216,11 @@ class BrowsingTest(LoudTest):
     settings = {}
     environment = {}
     prepare = None  # staticmethod: what else is done to the home before the first start
+    world = False  # whether the server plays every host of the web, not this machine's alone
 
     @classmethod
     def setUpClass(cls):
-        cls._take(Current.get(cls.settings, cls.environment, cls.prepare))
+        cls._take(Current.get(cls.settings, cls.environment, cls.prepare, cls.world))
 
     @classmethod
     def _take(cls, session):

@@ -23,6 +23,10 @@ class Hands:
         numbers = self._xdotool("search", "--onlyvisible", "--pid", pid, check=False).split()
         return [(int(number), self.title(int(number))) for number in numbers]
 
+    def window_numbers(self):
+        """Every window that the screen shows, drop-downs too, the oldest first."""
+        return [int(number) for number in self._xdotool("search", "--onlyvisible", "--name", ".*", check=False).split()]
+
     def title(self, window):
         return self._xdotool("getwindowname", window, check=False).rstrip("\n")
 

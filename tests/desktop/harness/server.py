@@ -76,6 +76,10 @@ class Server:
             self._answers[path] = answer
         return self.url(path, host)
 
+    def serves(self, path):
+        with self._lock:
+            return path in self._answers
+
     def url(self, path, host="127.0.0.1"):
         return f"http://{host}:{self.port}{path}"
 
