@@ -5,7 +5,7 @@ from .accessibility import Gone
 from .waiting import wait_until
 
 OPENED = ("gtkmm__GtkPopover", "GtkPopoverMenu")  # names of the boxes in which rows stand
-ROW = ("menu item", "check menu item", "radio menu item")
+ROW = ("menu item", "check menu item", "menu item check box", "menu item checkbox")
 
 
 class DropDown:
@@ -16,15 +16,14 @@ class DropDown:
 
     def _place(self):
         """Left and top on the screen: the display knows it as a window of its own."""
-        _, _, width, height = self.node.extents()
-
         def look():
+            _, _, width, height = self.node.extents()
             for number in reversed(self.window.hands.window_numbers()):
                 left, top, wide, high = self.window.hands.place(number)
                 if (wide, high) == (width, height):
                     return left, top
             return None
-        return wait_until(look, lambda: f"a window of {width} by {height}")
+        return wait_until(look, lambda: f"a window of the size of {self.node.extents()}")
 
     def extents(self):
         """Left, top, width and height on the screen."""
@@ -79,7 +78,8 @@ def below(window, node):
 
 def open_tool(frame, name):
     """Clicks a tool that opens a drop-down."""
-    frame.press(name)
+    button = wait_until(lambda: frame.find(name, "button"), f"the tool {name}")
+    frame.click(button)
     return below(frame, frame.node)
 
 
@@ -99,5 +99,8 @@ def choose(frame, menu, *path):
     shown.click(path[-1])
 
 
-def wait_closed(frame):
+def close_all(frame):
+    """Leaves whatever is open, as Escape does."""
+    while opened(frame.node):
+        frame.hands.key("Escape")
     wait_until(lambda: opened(frame.node) is None, "every drop-down is closed")

@@ -109,7 +109,7 @@ Gtk::Widget* ToolView::MakeButton() {
           if (keyval != GDK_KEY_Down && keyval != GDK_KEY_KP_Down) {
             return false;
           }
-          Open(true);
+          Open(false);  // no click on the tool: what is in the search box stays for the rows
           return true;
         },
         false);

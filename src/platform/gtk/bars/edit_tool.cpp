@@ -49,11 +49,11 @@ void ToolView::WatchEdit() {
       auto keys = Gtk::EventControllerKey::create();
       keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
       keys->signal_key_pressed().connect(
-          [this, asClick = part == chevron_](unsigned keyval, unsigned, Gdk::ModifierType) {
+          [this](unsigned keyval, unsigned, Gdk::ModifierType) {
             if (keyval != GDK_KEY_Down && keyval != GDK_KEY_KP_Down) {
               return false;
             }
-            Open(asClick);
+            Open(false);
             return true;
           },
           false);
