@@ -14,7 +14,7 @@ QUIET_SECONDS = 0.5
 
 # A page tells the server which words it wears on a coloured ground, whenever that changes.
 TELL = pages.script(
-    "new MutationObserver(() => fetch('/worn-%s?' + encodeURIComponent([...document.querySelectorAll('span[style]')]"
+    "onload = () => new MutationObserver(() => fetch('/worn-%s?' + encodeURIComponent([...document.querySelectorAll('span[style]')]"
     ".map(each => each.style.backgroundColor + ' ' + each.textContent).join('|'))))"
     ".observe(document.documentElement, {childList: true, subtree: true})")
 
@@ -22,7 +22,7 @@ TELL = pages.script(
 PLACES = {
     "in plain text, in any letters": ("<p>a panda, a PANDA</p>", ["panda", "PANDA"]),
     "inside a longer word": ("<p>pandas and a redpanda</p>", ["panda", "panda"]),
-    "across tags": ("<p>a pa<b>nd</b><i>a</i> eats</p>", ["pa", "nd", "a"]),
+    "across tags": ("<p>a pa<b>nd</b><i>a</i> and a panda</p>", ["pa", "nd", "a", "panda"]),
 }
 
 

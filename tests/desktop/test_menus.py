@@ -7,6 +7,7 @@ import urllib.parse
 
 from harness import answers, drop_downs, pages
 from harness.case import BrowsingTest
+from harness.file_dialog import above
 from harness.waiting import stays_true, wait_until
 
 TEXT = "Twelve otters sleep"
@@ -34,11 +35,6 @@ class Menus(BrowsingTest):
         super().setUp()
         drop_downs.close_all(self.frame)
 
-    def dialog(self):
-        """The window above the frame, as soon as it is there."""
-        return wait_until(lambda: next((each for each in self.desk.windows() if each.node != self.frame.node), None),
-                          "a dialog opens")
-
     def test_entries_with_dots_open_real_dialogs_that_can_be_left(self):
         self.visit("<p>otters</p>")
         for path, key in DIALOGS.items():
@@ -51,8 +47,7 @@ class Menus(BrowsingTest):
                         drop_downs.choose(self.frame, *path)
                     else:
                         self.hands.key(key)
-                    dialog = self.dialog()
-                    self.hands.focus(dialog.number)
+                    dialog = above(self.desk, self.frame)
                     self.hands.key("Escape")
                     wait_until(lambda dialog=dialog: not dialog.open(), "Escape closes it")
                     stays_true(lambda: len(self.desk.windows()) == 1, "once is enough", 0.2)

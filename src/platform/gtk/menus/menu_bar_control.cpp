@@ -112,6 +112,18 @@ bool MenuBarControl::AnyMenuOpen() const {
   return open;
 }
 
+void MenuBarControl::CloseMenus() {
+  // When a menu beside another closes, the toolkit mistakes the place of the pointer for one on the bar, and
+  // opens the menu that happens to be there.
+  if (bar_ != nullptr) {
+    ForEachBelow(bar_, [](GtkWidget* widget) {
+      if (GTK_IS_POPOVER_MENU(widget) && gtk_widget_get_mapped(widget)) {
+        gtk_popover_popdown(GTK_POPOVER(widget));
+      }
+    });
+  }
+}
+
 void MenuBarControl::TellMark(const Entry& entry) {
   const std::string action = std::string(kGroup).append(".").append(entry.action);
   ForEachBelow(bar_, [&](GtkWidget* widget) {
@@ -276,6 +288,7 @@ void MenuBarControl::RaiseLater(std::size_t index) {
       return;
     }
     entries_[index].pending = false;
+    CloseMenus();
     focus_.Restore();
     Raise(click_, std::string(entries_[index].name));  // the handler may take this object away
   });

@@ -52,6 +52,7 @@ class MenuBarControl : public WidgetControl, public MenuBar {
   /// Tells assistive tools of an entry's check mark.
   void TellMark(const Entry& entry);
   [[nodiscard]] bool AnyMenuOpen() const;
+  void CloseMenus();
   static void OnMenuClosed(MenuBarControl* self);
   Entry& Find(const std::string& name);
 

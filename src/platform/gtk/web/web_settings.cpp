@@ -81,6 +81,17 @@ gboolean OnContextMenu(WebKitWebView* /*view*/, WebKitContextMenu* menu, WebKitH
 
 gboolean Swallow() { return TRUE; }
 
+/// The engine has a hidden text field inside the view, from which it learns the desktop's editing keys. Tab
+/// would lead from the end of a page into it, and never out again.
+void PassHiddenField(WebKitWebView* view) {
+  for (GtkWidget* child = gtk_widget_get_first_child(GTK_WIDGET(view)); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (GTK_IS_TEXT_VIEW(child) || GTK_IS_TEXT(child)) {
+      gtk_widget_set_can_focus(child, FALSE);
+    }
+  }
+}
+
 }  // namespace
 
 WebKitSettings* MakeReaderSettings() {
@@ -107,6 +118,7 @@ WebKitSettings* MakeReaderSettings() {
 }
 
 void RefuseExtras(WebKitWebView* view) {
+  PassHiddenField(view);
   g_signal_connect(view, "script-dialog", G_CALLBACK(OnScriptDialog), nullptr);
   g_signal_connect(view, "permission-request", G_CALLBACK(OnPermissionRequest), nullptr);
   g_signal_connect(view, "authenticate", G_CALLBACK(OnAuthenticate), nullptr);
