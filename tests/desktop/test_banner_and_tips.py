@@ -65,8 +65,7 @@ class Banner(BrowsingTest):
 
     def test_help_key_leads_to_the_help_once_and_the_page_hears_it_too(self):
         name = self.name("keys")
-        self.visit(pages.script(f"onkeydown = event => fetch('/key-{name}?' + event.key)"))
-        self.page.click_page()
+        self.visit_and_click(pages.script(f"onkeydown = event => fetch('/key-{name}?' + event.key)"))
         before = len(self.server.addresses())
         self.hands.key("F1")
         self.server.wait_address(SITE + "/help/", before)
@@ -75,8 +74,7 @@ class Banner(BrowsingTest):
         self.assertLessEqual(self.server.times_asked(f"/key-{name}"), 1)
 
     def test_search_key_looks_up_the_marked_words_once(self):
-        self.visit("<p>otter</p>")
-        self.page.click_page()
+        self.visit_and_click("<p>otter</p>")
         self.hands.key("ctrl+a")
         before = len(self.server.addresses())
         address = "http://search.yahoo.com/bin/search?p=otter"

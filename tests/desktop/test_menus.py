@@ -71,13 +71,11 @@ class Menus(BrowsingTest):
         }
         for number, (way, act) in enumerate(ways.items()):
             with self.subTest(way):
-                self.visit(f"<p>{TEXT} {number}</p>")
-                self.page.click_page()
+                self.visit_and_click(f"<p>{TEXT} {number}</p>")
                 act("ctrl+a", "Select All")
                 act("ctrl+c", "Copy")
                 name = self.name("field")
-                self.visit(FIELD % name)
-                self.page.click_page()
+                self.visit_and_click(FIELD % name)
                 act("ctrl+v", "Paste")
                 typed = self.server.wait_asked(f"/typed-{name}")[-1]
                 self.assertEqual(f"{TEXT} {number}", urllib.parse.unquote(typed.query).strip())

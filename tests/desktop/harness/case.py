@@ -288,6 +288,14 @@ class BrowsingTest(LoudTest):
         self.assertNotEqual(BLOCKED, self.frame.caption)
         return url
 
+    def visit_and_click(self, body=""):
+        """Visits a page and clicks into it; the page has heard of the click before this ends."""
+        heard = f"/heard-{next(self.numbers)}"
+        url = self.visit(body + pages.script(f"addEventListener('click', () => fetch('{heard}'))"))
+        self.page.click_page()
+        self.server.wait_asked(heard)
+        return url
+
     def painted(self, name, seconds=10.0):
         try:
             return self.server.wait_asked(pages.mark(name), seconds=seconds)
