@@ -82,8 +82,8 @@ class Keyboard(BrowsingTest):
             names.append(self.focused_name())
         return names
 
-    def walk(self, rows):
-        """Walks through what has just opened, and through what opens beside it."""
+    def walk(self, rows, back):
+        """Walks through what has just opened, and through what opens beside it, from where `back` leads back."""
         names = [row if isinstance(row, str) else row[0] for row in rows]
         wait_until(lambda: self.focused_name() == names[0], lambda: f"{names[0]} has the keyboard, not "
                    f"{self.focused_name()}")
@@ -97,14 +97,17 @@ class Keyboard(BrowsingTest):
             self.press("Right")
             wait_until(lambda row=row: self.focused_name() == row[1][0], lambda: f"not {self.focused_name()}")
             self.assertEqual(row[1], self.walked(row[1]))
-            self.press("Left")
-            wait_until(lambda row=row: self.focused_name() == row[0], lambda: f"not {self.focused_name()}")
+            back()
+            self.reach(row[0], "Down")
 
     def test_every_menu_by_its_letter_and_every_entry_by_the_arrows(self):
         for key, rows in MENUS.items():
             with self.subTest(key):
-                self.press(key)
-                self.walk(rows)
+                def opened(key=key):
+                    drop_downs.close_all(self.frame)
+                    self.press(key)
+                opened()
+                self.walk(rows, opened)
                 drop_downs.close_all(self.frame)
 
     def test_f10_goes_into_the_menus_and_right_goes_on(self):
@@ -121,7 +124,7 @@ class Keyboard(BrowsingTest):
                 self.frame.click_field(self.frame.field("Search"))
                 self.reach(opener)
                 self.press("Down")
-                self.walk(rows)
+                self.walk(rows, lambda: self.press("Left"))
                 self.press("Escape")
                 # Who came from the search box goes on writing there.
                 back = "Search" if opener.startswith("Search") else opener
