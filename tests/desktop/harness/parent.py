@@ -11,6 +11,7 @@ CHANGE_PASSWORD = "Change Password"
 HELP_PAGE = "Page"
 CALENDAR = "Choose any date to view recorded navigation"
 RECORD = "Recorded navigation"
+WORKED = ("button", "toggle button", "checkbox", "combo box", "text box")
 LISTS = ("Allowable Domains", "Dis-allowed Domains")
 
 
@@ -85,6 +86,25 @@ class Panel(Window):
         field = self.field(name)
         wait_until(lambda: self.list_usable(name) and field.focused, f"{name} can be written in")
         return field
+
+    def stops(self):
+        """Every control at which Tab may stop."""
+        return [node for node in self.node.walk() if node.role in WORKED or node.name == CALENDAR]
+
+    def tab(self, stops):
+        """Presses Tab and waits until the keyboard is elsewhere; gives the control that has it."""
+        def focused():
+            return next((node for node in stops if node.focused), None)
+        before = focused()
+        self.hands.key("Tab")
+        return wait_until(lambda: next((node for node in [focused()] if node and node != before), None),
+                          "Tab leads on")
+
+    def walk_to(self, wanted):
+        """Presses Tab until a control has the keyboard."""
+        stops = self.stops()
+        while not wanted.focused:
+            self.tab(stops)
 
     def list_usable(self, name):
         """Whether the list is open for editing: the toolkit tells it of the list, not of the field in it."""
