@@ -142,13 +142,8 @@ class HostLists(BrowsingTest):
         field = self.panel.field(ALLOWABLE)
         self.assertFalse(self.panel.list_usable(ALLOWABLE))
         arrow = self.panel.find(f"-> {ALLOWABLE}")
-
-        def there():
-            if not arrow.focused:
-                self.hands.key("Tab")
-            return arrow.focused
         self.panel.front()
-        wait_until(there, "Tab leads to the arrow")
+        self.panel.walk_to(arrow)
         self.hands.key("space")
         wait_until(lambda: self.panel.list_usable(ALLOWABLE) and field.focused, "the list can be written in")
         self.assertFalse(self.panel.list_usable(DISALLOWABLE))

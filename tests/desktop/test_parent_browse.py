@@ -1,13 +1,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the parent reads: the day's record in its window, and the pages behind its links."""
+"""What the parent reads: the day's record in its window, good files and spoilt ones, and the pages behind its links."""
 
 import datetime
+import time
 import unittest
 
 from harness import answers, pages, parent
 from harness.case import BrowsingTest, display
 from harness.waiting import stays_true, wait_until
 
+ANSWER_SECONDS = 2.0
 QUIET_SECONDS = 0.5
 FIRST_LINK = (230, 22)  # pixels from the record's left top into the first link behind a short title
 
@@ -137,6 +139,66 @@ class Links(RecordTest):
         if not node.focused:
             self.hands.key("Tab")
         return node.focused
+
+
+class SpoiltRecords(RecordTest):
+    def watch(self, look):
+        """Asks the program until `look` has an answer. Every question of it and the frame's own count: how long the
+        slowest round took, and the answer."""
+        slowest = 0.0
+
+        def once():
+            nonlocal slowest
+            began = time.monotonic()
+            self.assertTrue(self.frame.caption)
+            answer = look()
+            slowest = max(slowest, time.monotonic() - began)
+            return answer
+        answer = wait_until(once, lambda: f"the record shows; slowest round {slowest:.1f} s:\n{self.desk.outline()}")
+        return answer, slowest
+
+    def open_watched(self):
+        """Picks today and waits for its record; gives the viewer, its record and the slowest round."""
+        self.panel.pick_day(self.today.day)
+
+        def look():
+            found = next((each for each in self.desk.windows() if each.caption.startswith("Navigation captured")), None)
+            return found and found.find(parent.RECORD) and found
+        viewer, slowest = self.watch(look)
+        return viewer, self.record(viewer), slowest
+
+    def test_the_window_lives_and_shows_what_it_can(self):
+        self.panel.tick("Record Navigation", False)
+        path = self.log()
+        path.parent.mkdir(exist_ok=True)
+        entry = " ->A page URL http://example.org/one  "
+        good = "{\\rtf1\\ansi " + entry + "LogURL}"
+        # The file's bytes, and how its record begins; none: nothing is shown.
+        rows = {
+            "empty": (b"", ""),
+            "cut off": (good[:-20].encode(), " ->A page URL http://exam"),
+            "binary": (bytes(range(256)) * 512, ""),
+            "no rich text": (b"->plain text URL http://example.org/", ""),
+            "braces without end": (b"{\\rtf1 " + b"{" * 500000, ""),
+            "50 MB": (b"{\\rtf1\\ansi " + entry.encode() * ((50 << 20) // len(entry)) + b"LogURL}", entry * 3),
+        }
+        for row, (data, start) in rows.items():
+            with self.subTest(row):
+                path.write_bytes(data)
+                viewer, record, opening = self.open_watched()
+                try:
+                    _, reading = self.watch(lambda record=record, start=start: record.first(100) == start[:100])
+                    self.assertLess(max(opening, reading), ANSWER_SECONDS)
+                finally:
+                    self.leave(viewer)  # while it is open no other record can be
+                    path.unlink()
+        with self.subTest("a folder in its place"):
+            path.mkdir()
+            viewer, record, opening = self.open_watched()
+            self.assertEqual("", record.text)
+            self.assertLess(opening, ANSWER_SECONDS)
+            self.leave(viewer)
+            path.rmdir()
 
 
 if __name__ == "__main__":

@@ -152,9 +152,8 @@ class Node:
         for child in children:
             yield from child.walk()
 
-    def find_all(self, name=None, role=None, shown=True):
-        """Every control below with this name and role."""
-        found = []
+    def found(self, name=None, role=None, shown=True):
+        """The controls below with this name and role, one after the other as the search meets them."""
         for node in self.walk():
             try:
                 if name is not None and node.name != name:
@@ -165,13 +164,15 @@ class Node:
                     continue
             except Gone:
                 continue
-            found.append(node)
-        return found
+            yield node
+
+    def find_all(self, name=None, role=None, shown=True):
+        """Every such control."""
+        return list(self.found(name, role, shown))
 
     def find(self, name=None, role=None, shown=True):
         """The first such control, or None."""
-        found = self.find_all(name, role, shown)
-        return found[0] if found else None
+        return next(self.found(name, role, shown), None)
 
     def outline(self, indent=0):
         """The tree as text, for a person who looks for a name."""
