@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/gtk/menus/field_focus.h"
 
+#include <utility>
+
 #include "platform/gtk/guard.h"
 
 namespace kivandra::gtk {
@@ -37,7 +39,7 @@ void FieldFocus::OnFocusChanged(FieldFocus* self) {
 }
 
 void FieldFocus::Remember(GtkWidget* focus) {
-  if (focus != nullptr && !gtk_widget_is_ancestor(focus, menus_)) {
+  if (!held_ && focus != nullptr && !gtk_widget_is_ancestor(focus, menus_)) {
     SetWeak(outside_, focus);
   }
 }
@@ -48,18 +50,19 @@ bool FieldFocus::InMenus() const {
 }
 
 GtkWidget* FieldFocus::Field() const {
-  GtkWidget* focus = window_ == nullptr ? nullptr
-                     : InMenus()        ? outside_
-                                        : gtk_window_get_focus(GTK_WINDOW(window_));
+  GtkWidget* focus = window_ == nullptr   ? nullptr
+                     : held_ || InMenus() ? outside_
+                                          : gtk_window_get_focus(GTK_WINDOW(window_));
   return focus != nullptr && gtk_widget_get_mapped(focus) && IsField(focus) ? focus : nullptr;
 }
 
 void FieldFocus::Restore() {
+  const bool held = std::exchange(held_, false);
   if (window_ == nullptr || outside_ == nullptr || !gtk_widget_get_mapped(outside_)) {
     return;
   }
   GtkWidget* focus = gtk_window_get_focus(GTK_WINDOW(window_));
-  if (focus != nullptr && !gtk_widget_is_ancestor(focus, menus_)) {
+  if (!held && focus != nullptr && !gtk_widget_is_ancestor(focus, menus_)) {
     return;  // it has gone somewhere of its own
   }
   if (GTK_IS_TEXT(outside_)) {

@@ -18,6 +18,9 @@ class FieldFocus {
   [[nodiscard]] bool InMenus() const;
   /// The text field of our own that has the keyboard, or null: a page's fields are not ours.
   [[nodiscard]] GtkWidget* Field() const;
+  /// A menu opens: what has the keyboard now is what gets it back. The toolkit itself moves the keyboard to
+  /// some tool or other when a menu closes, and that must not count.
+  void Hold() { held_ = true; }
   /// Gives the keyboard back to what had it before a menu was opened.
   void Restore();
 
@@ -29,6 +32,7 @@ class FieldFocus {
   GtkWidget* window_ = nullptr;   // weak
   GtkWidget* outside_ = nullptr;  // weak
   gulong changed_ = 0;
+  bool held_ = false;
 };
 
 }  // namespace kivandra::gtk

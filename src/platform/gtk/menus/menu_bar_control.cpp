@@ -88,11 +88,14 @@ void MenuBarControl::Lay(const std::vector<MenuData>& menus) {
   }
   ForEachBelow(bar, [this](GtkWidget* widget) {
     if (GTK_IS_POPOVER_MENU(widget)) {
+      g_signal_connect_swapped(widget, "map", G_CALLBACK(OnMenuOpened), this);
       g_signal_connect_swapped(widget, "unmap", G_CALLBACK(OnMenuClosed), this);
     }
   });
   WatchKeys();
 }
+
+void MenuBarControl::OnMenuOpened(MenuBarControl* self) { self->focus_.Hold(); }
 
 void MenuBarControl::OnMenuClosed(MenuBarControl* self) {
   Glib::signal_idle().connect_once([self, alive = std::weak_ptr<int>(self->alive_)] {

@@ -53,6 +53,7 @@ class MenuBarControl : public WidgetControl, public MenuBar {
   void TellMark(const Entry& entry);
   [[nodiscard]] bool AnyMenuOpen() const;
   void CloseMenus();
+  static void OnMenuOpened(MenuBarControl* self);
   static void OnMenuClosed(MenuBarControl* self);
   Entry& Find(const std::string& name);
 
