@@ -89,8 +89,11 @@ class EngineProcesses(BrowsingTest):
         name = self.name("held")
         self.page.go(self.server.serve(f"/{name}", answers.held(let_go, answers.page(pages.html(name)))))
         self.server.wait_asked(f"/{name}")
+        shown = self.page.caption
         for pid in self.program.web_processes():
             os.kill(pid, signal.SIGKILL)
+        # The engine hears of it in its own time, and gives up what it was asked to load until then.
+        wait_until(lambda: self.page.caption not in ("", shown), lambda: self.situation())
         let_go.set()
         self.visit()
 
