@@ -3,19 +3,16 @@
 
 #include "core/program_files.h"
 #include "core/program_sound.h"
-#include "hosts.h"
+#include "core/site_page.h"
 #include "platform/page_view.h"
 #include "platform/platform_error.h"
 #include "support/raised.h"
+#include "version.h"
 
 namespace kivandra {
 namespace {
 
 constexpr const char* kPackage = "browser_update.exe";
-
-std::string SiteFile(std::string_view path) {
-  return "http://" + std::string(hosts::kProductSite) + std::string(path);
-}
 
 }  // namespace
 
@@ -28,13 +25,17 @@ void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
   try {
     Check(inet1, quiet);
   } catch (const PlatformError& error) {
+    // Whoever closes the frame meanwhile wants nothing more of it.
+    if (!services_.windows.FrameStands()) {
+      return;
+    }
     services_.boxes.MsgBox(std::string("Error when loading update file\r") + error.what());
   }
 }
 
 void UpdateCheck::Check(Inet& inet1, bool quiet) {
   // 1. to 3.
-  const std::string current = inet1.OpenURL(SiteFile("/BrowserVer.dat"));
+  const std::string current = Fetch(inet1, "/BrowserVer.dat");
   // 4. A test for equality, to the byte: there is no order between versions.
   if (current == kOwnVersion) {
     // 5.
@@ -55,8 +56,7 @@ void UpdateCheck::Update(Inet& inet1) {
   services_.windows.UnloadActiveChild();
   ShowNotice();
   // 8. and 9.
-  services_.files.WriteFile(ProgramFile(services_.system, kPackage),
-                            inet1.OpenURL(SiteFile("/browser_update.exe")));
+  services_.files.WriteFile(ProgramFile(services_.system, kPackage), Fetch(inet1, "/browser_update.exe"));
   // 10.
   Updateform_->Unload();
   // 11.
@@ -73,9 +73,16 @@ void UpdateCheck::Update(Inet& inet1) {
 }
 
 void UpdateCheck::ShowNotice() {
-  Updateform_ = services_.forms.Load("Updateform");
-  Updateform_->Get<PageView>("WebBrowser1").Navigate(SiteFile("/update/update1.html"));
+  // A download that failed has left its notice open.
+  if (!Updateform_ || !Updateform_->Loaded()) {
+    Updateform_ = services_.forms.Load("Updateform");
+    Updateform_->Get<PageView>("WebBrowser1").Navigate(SitePage("/update/update1.html"));
+  }
   Updateform_->SetVisible(true);
+}
+
+std::string UpdateCheck::Fetch(Inet& inet1, const char* path) const {
+  return inet1.OpenURL(SitePage(path), [this] { return services_.windows.FrameStands(); });
 }
 
 }  // namespace kivandra

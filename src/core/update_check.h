@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "platform/event_loop.h"
 #include "platform/file_calls.h"
@@ -17,14 +16,13 @@
 
 namespace kivandra {
 
-/// The program's own version: major, minor and revision without leading zeros.
-inline constexpr std::string_view kOwnVersion = "1.4.5";
-
 /// What the update check asks of the windows above it.
 class UpdateWindows {
  public:
   virtual ~UpdateWindows() = default;
 
+  /// Whether the frame is there and not about to close.
+  [[nodiscard]] virtual bool FrameStands() const = 0;
   virtual void SetFrameCaption(const std::string& caption) = 0;
   /// Throws PlatformError if there is no child.
   virtual void UnloadActiveChild() = 0;
@@ -47,13 +45,15 @@ class UpdateCheck {
   explicit UpdateCheck(const Services& services) : services_(services) {}
 
   /// With `quiet` an equal version is not told. Any failure ends it with one box. Events run inside; while a
-  /// check runs, another does nothing. After an update it ends the program at once.
+  /// check runs, another does nothing. If the frame is closed meanwhile, it ends without a word. After an
+  /// update it ends the program at once.
   void CheckForUpdate(Inet& inet1, bool quiet);
 
  private:
   void Check(Inet& inet1, bool quiet);
   void Update(Inet& inet1);
   void ShowNotice();
+  [[nodiscard]] std::string Fetch(Inet& inet1, const char* path) const;
 
   Services services_;
   std::shared_ptr<Form> Updateform_;

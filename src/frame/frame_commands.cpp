@@ -2,8 +2,8 @@
 // What other windows ask of the frame.
 #include "core/private_profile.h"
 #include "core/program_files.h"
+#include "core/site_page.h"
 #include "frame/frm_main.h"
-#include "frame/site_page.h"
 #include "support/attempt.h"
 
 namespace kivandra {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "core/core_values.h"
+#include "core/site_page.h"
 #include "core/unload_with_owner.h"
-#include "frame/site_page.h"
 #include "platform/button.h"
 #include "platform/page_view.h"
 #include "platform/skin_form.h"

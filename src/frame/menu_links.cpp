@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frame/menu_links.h"
 
-#include "frame/site_page.h"
+#include "core/site_page.h"
 
 namespace kivandra {
 

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "core/core_values.h"
+#include "core/site_page.h"
 #include "frame/banner_free.h"
 #include "frame/frm_main.h"
 #include "frame/frm_tip.h"
-#include "frame/site_page.h"
 #include "platform/timer.h"
 #include "support/attempt.h"
 

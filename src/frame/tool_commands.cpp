@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "core/settings.h"
+#include "core/site_page.h"
 #include "core/user_settings.h"
 #include "filter/filter_values.h"
 #include "frame/frm_main.h"
-#include "frame/site_page.h"
 #include "support/attempt.h"
 
 namespace kivandra {

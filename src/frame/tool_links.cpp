@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "core/site_page.h"
 #include "frame/frm_main.h"
-#include "frame/site_page.h"
 #include "support/attempt.h"
 
 namespace kivandra {
