@@ -21,6 +21,9 @@ BINARY = pathlib.Path(os.environ.get("KIVANDRA_PROGRAM", ROOT / "build" / "relea
 # Lines by which the program, its libraries or the language's run time complain.
 COMPLAINT = re.compile(r"-(WARNING|CRITICAL|ERROR) \*\*|\*\* (WARNING|CRITICAL|ERROR) \*\*|runtime error|Sanitizer|"
                        r"terminate called|Assertion|assertion .* failed|\(null\) pointer")
+# The engine's page processes speak for themselves: none of our code runs in them, and their number is that inside
+# their cage, so a small one.
+ENGINES_OWN = re.compile(r"\(process:\d{1,2}\): GLib-GObject-CRITICAL")
 
 END_SECONDS = 10
 
@@ -83,7 +86,8 @@ class Program:
 
     def complaints(self, first=0):
         """The lines of voice()[first:] that a person should not have to see."""
-        return [line for line in self.voice()[first:].splitlines() if COMPLAINT.search(line)]
+        return [line for line in self.voice()[first:].splitlines()
+                if COMPLAINT.search(line) and not ENGINES_OWN.match(line)]
 
     def runs(self):
         return self._process.poll() is None
