@@ -33,14 +33,20 @@ HKEY Create(RegistryCalls& tree, const std::string& path = kPath) {
   return key;
 }
 
+/// The whole value; empty if there is none. It may grow between the question for its size and the reading.
 Bytes Read(RegistryCalls& tree, HKEY key, const std::string& name) {
-  std::uint32_t type = 0;
-  std::size_t size = 0;
-  if (tree.RegQueryValueExA(key, name, type, nullptr, size) != ERROR_SUCCESS) return {};
-  Bytes bytes(size + 1);
-  EXPECT_EQ(tree.RegQueryValueExA(key, name, type, bytes.data(), size), ERROR_SUCCESS);
-  bytes.resize(size);
-  return bytes;
+  while (true) {
+    std::uint32_t type = 0;
+    std::size_t size = 0;
+    if (tree.RegQueryValueExA(key, name, type, nullptr, size) != ERROR_SUCCESS) return {};
+    Bytes bytes(size + 1);
+    size = bytes.size();
+    const long code = tree.RegQueryValueExA(key, name, type, bytes.data(), size);
+    if (code == ERROR_MORE_DATA) continue;
+    EXPECT_EQ(code, ERROR_SUCCESS);
+    bytes.resize(size);
+    return bytes;
+  }
 }
 
 /// A value that shows whether it is whole: a fill byte again and again, in a size that only this byte has.
