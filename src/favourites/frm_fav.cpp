@@ -85,7 +85,9 @@ void frmFav::LoadFavoritesFolder(TreeView& tvw, int node, int depth) {
       if (!title) {
         continue;
       }
-      if (const auto found = FavoriteURL(services_.files.ReadFile(path + "/" + file))) {
+      std::string place = path;
+      place.append("/").append(file);
+      if (const auto found = FavoriteURL(services_.files.ReadFile(place))) {
         url = *found;
       }
       tvw.SetTag(tvw.AddNode(node, {}, *title), url);

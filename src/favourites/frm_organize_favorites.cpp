@@ -92,7 +92,9 @@ void frmOrganizeFavorites::LoadFolder(TreeView& tvw, int node, int depth) {
     }
     for (const std::string& file : listing.files) {
       if (const auto title = FavoriteTitle(file)) {
-        tvw.SetImage(Add(tvw, node, *title, {path + "/" + file, false}), "Leaf");
+        std::string place = path;
+        place.append("/").append(file);
+        tvw.SetImage(Add(tvw, node, *title, {place, false}), "Leaf");
       }
     }
   });

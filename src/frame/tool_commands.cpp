@@ -29,7 +29,9 @@ class BackBypassEnds {
 void frmMain::BonusBar_ToolClick(Tool& tool) {
   // The window, and the tool with it, may go during the command.
   const auto form = form_;
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::string name = tool.Name();
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::string caption = tool.Caption();
   if (!ToolHelp(name) && !ToolLink(name) && !ToolCommand(caption)) {
     ToolSearch(name, caption);

@@ -33,32 +33,32 @@ struct Write {
 /// kept on purpose: the order, the repetitions (the last write to a place is the one that stays), the second
 /// place of ddeexec below command, and the two spellings of the topic.
 constexpr std::array<Write, 26> kWrites{{
-    {HKEY_LOCAL_MACHINE, "KVD\\shell\\open\\command", kOpenCommand},
-    {HKEY_LOCAL_MACHINE, "KVD\\shell\\open\\command\\ddeexec", kOpenCommand},
-    {HKEY_LOCAL_MACHINE, "KVD\\shell\\open\\ddeexec\\Application", "KVD"},
-    {HKEY_LOCAL_MACHINE, "KVD\\shell\\open\\ddeexec\\topic", "WWW_OpenURL"},
-    {HKEY_LOCAL_MACHINE, "http\\shell\\open\\command", kOpenCommand},
-    {HKEY_LOCAL_MACHINE, "http\\shell\\open\\ddeexec\\Application", "KVD"},
-    {HKEY_CLASSES_ROOT, "KVD\\shell\\open\\command", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "KVD\\shell\\open\\ddeexec", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "KVD\\shell\\open\\ddeexec", "KVD"},
-    {HKEY_CLASSES_ROOT, "KVD\\shell\\open\\ddeexec", "WWW_OpenUrl"},
+    {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\command)", kOpenCommand},
+    {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\command\ddeexec)", kOpenCommand},
+    {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\ddeexec\Application)", "KVD"},
+    {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\ddeexec\topic)", "WWW_OpenURL"},
+    {HKEY_LOCAL_MACHINE, R"(http\shell\open\command)", kOpenCommand},
+    {HKEY_LOCAL_MACHINE, R"(http\shell\open\ddeexec\Application)", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(KVD\shell\open\command)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", "WWW_OpenUrl"},
     {HKEY_CLASSES_ROOT, ".htm", "KVD"},
     {HKEY_CLASSES_ROOT, ".html", "KVD"},
-    {HKEY_CLASSES_ROOT, "http\\shell\\open", "&Open KVD"},
-    {HKEY_CLASSES_ROOT, "http\\shell\\open", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "http\\shell\\open\\ddeexec\\Application", "KVD"},
-    {HKEY_CLASSES_ROOT, "http\\DefaultIcon", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "http\\shell\\open\\command", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "https\\shell\\open", "&Open KVD"},
-    {HKEY_CLASSES_ROOT, "https\\shell\\open", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "https\\shell\\open\\ddeexec\\Application", "KVD"},
-    {HKEY_CLASSES_ROOT, "https\\DefaultIcon", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "https\\shell\\open\\command", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "ftp\\shell\\open\\ddeexec\\Application", "KVD"},
-    {HKEY_CLASSES_ROOT, "ftp\\shell\\open\\command", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "gopher\\shell\\open\\command", kOpenCommand},
-    {HKEY_CLASSES_ROOT, "gopher\\shell\\open\\ddeexec\\Application", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(http\shell\open)", "&Open KVD"},
+    {HKEY_CLASSES_ROOT, R"(http\shell\open)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(http\shell\open\ddeexec\Application)", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(http\DefaultIcon)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(http\shell\open\command)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(https\shell\open)", "&Open KVD"},
+    {HKEY_CLASSES_ROOT, R"(https\shell\open)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(https\shell\open\ddeexec\Application)", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(https\DefaultIcon)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(https\shell\open\command)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(ftp\shell\open\ddeexec\Application)", "KVD"},
+    {HKEY_CLASSES_ROOT, R"(ftp\shell\open\command)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(gopher\shell\open\command)", kOpenCommand},
+    {HKEY_CLASSES_ROOT, R"(gopher\shell\open\ddeexec\Application)", "KVD"},
 }};
 
 void AssociateFiles(const DefaultBrowserServices& services, const std::string& exePath) {
@@ -86,8 +86,8 @@ void SetAsDefaultBrowser(const DefaultBrowserServices& services) {
   cRegistry registry(services.registry, services.system.ProgramFileName());
   registry.SetClassKey(HKEY_LOCAL_MACHINE);
   // kept on purpose: two keys are selected, and nothing is written to them.
-  registry.SetSectionKey("KVD\\shell\\open\\command\\ddeexe\\Application");
-  registry.SetSectionKey("KVD\\shell\\open\\command\\ddeexe\\topic");
+  registry.SetSectionKey(R"(KVD\shell\open\command\ddeexe\Application)");
+  registry.SetSectionKey(R"(KVD\shell\open\command\ddeexe\topic)");
   registry.SetValueType(REG_SZ);
   for (const Write& write : kWrites) {
     registry.SetClassKey(write.root);

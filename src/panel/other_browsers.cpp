@@ -18,11 +18,11 @@ struct OtherBrowser {
 };
 
 constexpr OtherBrowser kInternetExplorer{
-    "P_IE", HKEY_CLASSES_ROOT, "Applications\\iexplore.exe\\shell\\open\\command", true, "iexplore.exeX"};
+    "P_IE", HKEY_CLASSES_ROOT, R"(Applications\iexplore.exe\shell\open\command)", true, "iexplore.exeX"};
 // kept on purpose: this marker has no "X" at its end.
 constexpr OtherBrowser kNetscape{"P_NS", HKEY_LOCAL_MACHINE,
-                                 "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Netscp6.exe",
-                                 false, "netscp6.exe"};
+                                 R"(Software\Microsoft\Windows\CurrentVersion\App Paths\Netscp6.exe)", false,
+                                 "netscp6.exe"};
 
 /// The path inside a command line: without its first character and its last four. A line too short for that
 /// has none.
