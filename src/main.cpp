@@ -15,7 +15,10 @@
 #include "platform/gtk/main_events.h"
 #include "platform/gtk/shell/shell_calls.h"
 #include "platform/gtk/web/web_engine.h"
+#include "platform/linux/automation_server.h"
+#include "platform/linux/default_application.h"
 #include "platform/linux/file_calls.h"
+#include "platform/linux/inet.h"
 #include "platform/linux/instance_calls.h"
 #include "platform/linux/page_fetch.h"
 #include "platform/linux/settings_tree.h"
@@ -56,6 +59,8 @@ struct Machine {
   linux_impl::LinuxFileCalls files;
   linux_impl::GstSound sound;
   linux_impl::SoupPageFetch fetch{engine.Session()};
+  linux_impl::SoupInet inet;
+  linux_impl::LinuxDefaultApplication defaultApplication{system.ProgramDirectory()};
   linux_impl::SiteServer site{system.ProgramDirectory() + "/site",
                               {std::string(hosts::kProductDomain), std::string(hosts::kForwarderDomain)}};
 };
@@ -68,13 +73,18 @@ void Run(Machine& machine) {
   machine.engine.SetHome([&machine] { return HomePage(machine.registry); });
   Program program({machine.forms, machine.events, machine.boxes, machine.registry, machine.instance,
                    machine.system, machine.files, machine.sound, machine.fetch, machine.clipboard,
-                   machine.engine.Session(), machine.keyboard, machine.shell});
+                   machine.engine.Session(), machine.keyboard, machine.shell, machine.inet,
+                   machine.defaultApplication});
   program.Run();
   // A second start finds the port taken by the first one, and must end without a word.
   if (!siteProblem.empty() && !machine.forms.Loaded().empty()) {
     std::fprintf(stderr, "kivandra: %s\n", siteProblem.c_str());
   }
+  linux_impl::AutomationServer automation;
   while (!machine.forms.Loaded().empty()) {
+    if (ScriptObject* object = program.AutomationObject()) {
+      automation.Offer(*object);
+    }
     machine.events.WaitForEvents();
   }
 }

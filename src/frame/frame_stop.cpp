@@ -14,6 +14,7 @@ void frmMain::Form_QueryUnload(bool& /*cancel*/, UnloadMode /*mode*/) { MDIForm_
 
 void frmMain::MDIForm_QueryUnload() {
   const auto form = form_;
+  closing_ = true;
   // 1.
   attempt([&] {
     PlayProgramSound(services_.registry, services_.sound, services_.system, "shutdowninprocess.wav");

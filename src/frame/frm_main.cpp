@@ -72,6 +72,8 @@ Form& frmMain::Window() const {
   return *form_;
 }
 
+bool frmMain::Stands() const { return form_ && form_->Loaded() && !closing_; }
+
 MenuBar& frmMain::Menu() const { return Window().Get<MenuBar>("Menu"); }
 BarControl& frmMain::BonusBar() const { return Window().Get<BarControl>("BonusBar"); }
 ComboBox& frmMain::TheAddress() const { return Window().Get<ComboBox>("TheAddress"); }

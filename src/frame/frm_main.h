@@ -70,6 +70,8 @@ class frmMain : public FormEvents {
   void Load();
   void SetVisible(bool visible);
   [[nodiscard]] Form& Window() const;
+  /// Whether the frame is loaded and nobody has begun to close it.
+  [[nodiscard]] bool Stands() const;
 
   // The controls that the whole program shares.
   [[nodiscard]] BarControl& BonusBar() const;
@@ -214,6 +216,7 @@ class frmMain : public FormEvents {
 
   FrameServices services_;
   std::shared_ptr<Form> form_;
+  bool closing_ = false;
   std::unique_ptr<Banner> banner_;
   std::vector<std::shared_ptr<frmBrowser>> children_;
   std::vector<std::shared_ptr<FormEvents>> held_;

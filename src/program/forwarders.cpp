@@ -59,6 +59,18 @@ BrowserWindow ApplicationWindowsForwarder::NewBrowser() {
 
 StatusBar& PanelFrameForwarder::Status() { return link_.Get().Status(); }
 
+bool UpdateWindowsForwarder::FrameStands() const { return link_.Get().Stands(); }
+void UpdateWindowsForwarder::SetFrameCaption(const std::string& caption) {
+  link_.Get().Window().SetCaption(caption);
+}
+void UpdateWindowsForwarder::UnloadActiveChild() {
+  const auto child = link_.Get().ActiveForm();
+  if (!child) {
+    throw PlatformError(kObjectNotSet, "Object variable not set");
+  }
+  child->Window().Unload();
+}
+
 bool SessionGrantForwarder::SessionAllowPending() const { return kivandra::SessionAllowPending; }
 void SessionGrantForwarder::ClearSessionAllowPending() { kivandra::SessionAllowPending = false; }
 void SessionGrantForwarder::AllowBlockedURL() {

@@ -4,6 +4,7 @@
 #include "browser/browser_frame.h"
 #include "core/application.h"
 #include "core/session_grant.h"
+#include "core/update_check.h"
 #include "filter/gate_shell.h"
 #include "frame/frm_main.h"
 #include "panel/panel_frame.h"
@@ -73,6 +74,17 @@ class PanelFrameForwarder : public PanelFrame {
  public:
   explicit PanelFrameForwarder(const FrameLink& link) : link_(link) {}
   StatusBar& Status() override;
+
+ private:
+  const FrameLink& link_;
+};
+
+class UpdateWindowsForwarder : public UpdateWindows {
+ public:
+  explicit UpdateWindowsForwarder(const FrameLink& link) : link_(link) {}
+  [[nodiscard]] bool FrameStands() const override;
+  void SetFrameCaption(const std::string& caption) override;
+  void UnloadActiveChild() override;
 
  private:
   const FrameLink& link_;

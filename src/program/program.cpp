@@ -4,10 +4,16 @@
 #include "core/application_script.h"
 #include "core/frm_password.h"
 #include "core/sub_main.h"
+#include "core/update_check.h"
+#include "favourites/frm_add_favorite.h"
+#include "favourites/frm_fav.h"
+#include "favourites/frm_organize_favorites.h"
 #include "filter/gate_shell.h"
 #include "filter/navigation_log.h"
 #include "frame/frm_main.h"
+#include "panel/default_browser.h"
 #include "panel/frm_options.h"
+#include "panel/other_browsers.h"
 #include "program/forwarders.h"
 
 namespace kivandra {
@@ -20,17 +26,18 @@ struct Program::Parts {
         application(ApplicationServices()),
         frameApplication(ApplicationServices()),
         pageObject(application),
-        options({platform.forms,
-                 platform.boxes,
-                 platform.registry,
-                 platform.files,
-                 platform.system,
+        options({platform.forms, platform.boxes, platform.registry, platform.files, platform.system,
                  panelFrame,
-                 /* the default browser, and the blocking of two others */ {},
-                 {},
-                 {}}),
+                 [this] {
+                   SetAsDefaultBrowser(
+                       {platform.registry, platform.boxes, platform.system, platform.defaultApplication});
+                 },
+                 [this] { PreventInternetExplorer(OtherBrowsers()); },
+                 [this] { PreventNetscape(OtherBrowsers()); }}),
         password({platform.forms, platform.boxes, platform.registry, platform.sound, platform.system, grant,
                   [this] { options.Show(); }}),
+        updateCheck({platform.forms, platform.events, platform.boxes, platform.files, platform.shell,
+                     platform.sound, platform.registry, platform.system, updateWindows}),
         frame(FrameParts()) {
     link.frame = &frame;
   }
@@ -68,11 +75,22 @@ struct Program::Parts {
             platform.system,
             frameApplication,
             [this] { return frmBrowser::Create(ChildServices()); },
-            /* the update check */ {},
+            [this](bool quiet) { updateCheck.CheckForUpdate(platform.inet, quiet); },
             [this] { password.Show(); },
-            /* the favourites: open, add, organize */ {},
-            {},
-            {}};
+            [this] {
+              OpenFavorites({platform.forms, platform.events, platform.files, platform.system},
+                            [this](const std::string& url) { frame.LoadHTML(url); });
+            },
+            [this](const std::string& url, const std::string& title) {
+              AddFavorite({platform.forms, platform.boxes, platform.files, platform.system}, url, title);
+            },
+            [this] {
+              OrganizeFavorites({platform.forms, platform.boxes, platform.files, platform.system});
+            }};
+  }
+
+  [[nodiscard]] OtherBrowserServices OtherBrowsers() {
+    return {platform.registry, platform.files, platform.system.ProgramFileName()};
   }
 
   Platform platform;
@@ -81,6 +99,7 @@ struct Program::Parts {
   BrowserFrameForwarder browserFrame{link};
   ApplicationWindowsForwarder windows{link};
   PanelFrameForwarder panelFrame{link};
+  UpdateWindowsForwarder updateWindows{link};
   SessionGrantForwarder grant;
   NavigationGate gate;
   Application application;
@@ -88,6 +107,7 @@ struct Program::Parts {
   ApplicationScript pageObject;
   frmOptions options;
   frmPassword password;
+  UpdateCheck updateCheck;
   frmMain frame;
 };
 
@@ -98,6 +118,10 @@ Program::~Program() = default;
 void Program::Run() {
   SubMain({parts_->platform.files, parts_->platform.instance, parts_->platform.system, parts_->grant,
            [this] { parts_->application.SetVisible(true); }});
+}
+
+ScriptObject* Program::AutomationObject() {
+  return parts_->frame.Stands() && !parts_->frame.StartUpEnabled() ? &parts_->pageObject : nullptr;
 }
 
 }  // namespace kivandra

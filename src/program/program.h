@@ -4,15 +4,18 @@
 #include <memory>
 
 #include "platform/clipboard.h"
+#include "platform/default_application.h"
 #include "platform/event_loop.h"
 #include "platform/file_calls.h"
 #include "platform/form.h"
+#include "platform/inet.h"
 #include "platform/instance_calls.h"
 #include "platform/internet_session.h"
 #include "platform/keyboard_hook.h"
 #include "platform/message_box.h"
 #include "platform/page_fetch.h"
 #include "platform/registry_calls.h"
+#include "platform/script_object.h"
 #include "platform/shell_calls.h"
 #include "platform/sound.h"
 #include "platform/system_info.h"
@@ -34,6 +37,8 @@ struct Platform {
   InternetSession& session;
   KeyboardHook& keyboard;
   ShellCalls& shell;
+  Inet& inet;
+  DefaultApplication& defaultApplication;
 };
 
 /// The whole program: makes every object once and joins them.
@@ -47,6 +52,10 @@ class Program {
   /// The entry. Returns when the frame is up, or at once in a later instance; the caller then runs events for
   /// as long as a window is loaded.
   void Run();
+
+  /// The automation object for other programs; null until the frame is up and its unfiltered first seconds
+  /// are over, so that whatever they ask for is judged.
+  [[nodiscard]] ScriptObject* AutomationObject();
 
  private:
   struct Parts;

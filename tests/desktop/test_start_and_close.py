@@ -17,16 +17,19 @@ class SecondStart(BrowsingTest):
         self.addCleanup(program.kill)
         return program
 
+    def shown(self):
+        return [(each.caption, each.number) for each in self.desk.windows()]
+
     def test_ends_silently_and_leaves_the_first_as_it_was(self):
         url = self.visit()
         name, other = self.clean()
         for arguments in ((), (other,), ("-h",), ("--version",)):
             with self.subTest(arguments=arguments):
-                before = [(each.caption, each.number) for each in self.desk.windows()]
+                before = wait_until(self.shown, "the first program's windows")
                 program = self.second(*arguments)
                 self.assertEqual(0, program.wait_end())
                 self.assertEqual("", program.voice())
-                self.assertEqual(before, [(each.caption, each.number) for each in self.desk.windows()])
+                wait_until(lambda: before == self.shown(), lambda: f"{before} and not {self.shown()}")
                 self.assertEqual(url, self.page.address)
         self.assert_never_painted(name)
         self.assertEqual([], self.server.asked(f"/{name}"))

@@ -5,6 +5,7 @@
 #include "core/settings.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_forms.h"
+#include "fakes/fake_inet.h"
 #include "fakes/fake_services.h"
 #include "fakes/journal.h"
 #include "fakes/memory_registry.h"
@@ -34,6 +35,8 @@ struct FakeWorld {
   FakeClipboard clipboard{journal};
   FakeInternetSession session{journal};
   FakeShellCalls shell{journal};
+  FakeInet inet{journal};
+  FakeDefaultApplication defaultApplication{journal};
 };
 
 }  // namespace kivandra::fakes

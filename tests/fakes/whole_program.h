@@ -17,7 +17,7 @@ struct WholeProgram : FakeWorld {
 
   FakeKeyboardHook keyboard{journal};
   Program program{{forms, loop, boxes, registry, instance, system, files, sound, inet1, clipboard, session,
-                   keyboard, shell}};
+                   keyboard, shell, inet, defaultApplication}};
 
   /// A start like any but the first: the password is set, the filter is on, the first page has greeted.
   void StartAsUsual() {

@@ -201,7 +201,7 @@ TEST_F(FrameStartTest, AnErrorEndsTheLoadWithOneBoxAndLeavesTheFrame) {
     } boxes;
     Program program{{broken.forms, broken.loop, boxes, broken.registry, broken.instance, broken.system,
                      broken.files, broken.sound, broken.inet1, broken.clipboard, broken.session,
-                     broken.keyboard, broken.shell}};
+                     broken.keyboard, broken.shell, broken.inet, broken.defaultApplication}};
     SaveItem(broken.registry, "T_PW", "Secret");
     SaveItem(broken.registry, "F_C", "1");
     SaveItem(broken.registry, "FirstTime", "1");

@@ -25,7 +25,8 @@ struct FrameWorld : fakes::WholeProgram {
   /// Starts the program once more on the same machine, after its end.
   void StartAgain() {
     again_ = std::make_unique<Program>(Platform{forms, loop, boxes, registry, instance, system, files, sound,
-                                                inet1, clipboard, session, keyboard, shell});
+                                                inet1, clipboard, session, keyboard, shell, inet,
+                                                defaultApplication});
     again_->Run();
   }
 

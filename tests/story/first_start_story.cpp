@@ -79,7 +79,8 @@ TEST(FirstStartStory, ADamagedStoreIsToldAndNeverBecomesASilentFirstRun) {
     std::vector<std::string> texts;
   } boxes;
   Program program{{world.forms, world.loop, boxes, tree, world.instance, world.system, world.files,
-                   world.sound, world.inet1, world.clipboard, world.session, world.keyboard, world.shell}};
+                   world.sound, world.inet1, world.clipboard, world.session, world.keyboard, world.shell,
+                   world.inet, world.defaultApplication}};
   program.Run();
 
   ASSERT_EQ(boxes.texts.size(), 1U);
