@@ -7,8 +7,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <vector>
 
-#include "platform/linux/percent_encoding.h"
+#include "platform/linux/instance_lock.h"
 #include "platform/linux/user_folders.h"
 #include "platform/platform_error.h"
 
@@ -17,20 +18,14 @@ namespace {
 
 constexpr unsigned long kErrorAccessDenied = 5;  // winerror.h
 
-/// The mutex's name as a file name in which every character but a plain one is encoded, so that no name can
-/// leave the folder and two names never share a file.
-std::string FileNameOf(const std::string& name) { return PercentEncode(name) + ".lock"; }
-
-/// Opens, and makes if need be, the mutex's file in `folder`; -1 if that can't be.
-int OpenIn(const std::string& folder, const std::string& file) {
-  if (folder.empty()) {
-    return -1;
-  }
-  return open((folder + "/" + file).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+/// Opens, and makes if need be, a mutex's file; -1 if that can't be.
+int Open(const std::string& path) {
+  return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
 }
 
-int OpenMutexFile(const std::string& file) {
-  if (const int opened = OpenIn(RuntimeFolder(), file); opened >= 0) {
+int OpenMutexFile(const std::string& name) {
+  const std::vector<std::string> files = MutexFiles(name);
+  if (const int opened = Open(files.front()); opened >= 0) {
     return opened;
   }
   try {
@@ -38,7 +33,7 @@ int OpenMutexFile(const std::string& file) {
   } catch (const PlatformError&) {
     return -1;
   }
-  return OpenIn(DataFolder(), file);
+  return Open(files.back());
 }
 
 // A handle is the file's number and one, since the number 0 is a file and the handle 0 is none.
@@ -49,7 +44,7 @@ int FileOf(Handle handle) { return static_cast<int>(handle - 1); }
 
 Handle LinuxInstanceCalls::CreateMutexA(const std::string& name, bool /*initialOwner*/) {
   lastError_ = 0;
-  const int file = OpenMutexFile(FileNameOf(name));
+  const int file = OpenMutexFile(name);
   if (file < 0) {
     lastError_ = kErrorAccessDenied;
     return 0;
