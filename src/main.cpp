@@ -65,6 +65,15 @@ struct Machine {
                               {std::string(hosts::kProductDomain), std::string(hosts::kForwarderDomain)}};
 };
 
+/// Brings the frame to the front.
+void Present(const Forms& forms) {
+  for (const auto& form : forms.Loaded()) {
+    if (form->Name() == "frmMain") {
+      form->BringToFront();
+    }
+  }
+}
+
 /// Runs the program until its last window is gone.
 void Run(Machine& machine) {
   machine.system.SetUp();
@@ -75,16 +84,14 @@ void Run(Machine& machine) {
                    machine.system, machine.files, machine.sound, machine.fetch, machine.clipboard,
                    machine.engine.Session(), machine.keyboard, machine.shell, machine.inet,
                    machine.defaultApplication});
+  const linux_impl::AutomationServer automation(
+      {[&program] { return program.AutomationObject(); }, [&machine] { Present(machine.forms); }});
   program.Run();
   // A second start finds the port taken by the first one, and must end without a word.
   if (!siteProblem.empty() && !machine.forms.Loaded().empty()) {
     std::fprintf(stderr, "kivandra: %s\n", siteProblem.c_str());
   }
-  linux_impl::AutomationServer automation;
   while (!machine.forms.Loaded().empty()) {
-    if (ScriptObject* object = program.AutomationObject()) {
-      automation.Offer(*object);
-    }
     machine.events.WaitForEvents();
   }
 }

@@ -7,6 +7,8 @@ namespace kivandra::linux_impl {
 inline constexpr const char* kAutomationBusName = "org.kivandra.Kivandra";
 inline constexpr const char* kAutomationPath = "/org/kivandra/Application";
 inline constexpr const char* kAutomationInterface = "org.kivandra.Application";
+/// Beside it, at the same object: what brings the frame to the front.
+inline constexpr const char* kFrameInterface = "org.kivandra.Frame";
 
 /// Name of every error with which a call of the object is answered; its number follows the last dot.
 inline constexpr const char* kAutomationError = "org.kivandra.Error.Number";

@@ -100,7 +100,7 @@ class Bus {
       }
     }
     if (answer == Answer::kTaken) {
-      (void)Call("org.freedesktop.Application", "Activate", g_variant_new("(a{sv})", nullptr));
+      (void)Call(kFrameInterface, "Present", nullptr);
     }
     return answer;
   }
@@ -235,7 +235,9 @@ std::string HandOver(const std::string& address, const HandOverPlan& plan) {
   Child child;
   if (!bus.There()) {
     const std::string problem = plan.runs() ? std::string() : child.Start(plan.program);
-    return problem.empty() && !address.empty() ? "There is no session bus, so the address can't be handed over." : problem;
+    return problem.empty() && !address.empty()
+               ? "There is no session bus, so the address can't be handed over."
+               : problem;
   }
   const Ticks ticks(kLookMilliseconds);
   const auto wake = [](GDBusConnection*, const gchar*, const gchar*, gpointer) {};
