@@ -7,10 +7,20 @@
 #include "core/unload_with_owner.h"
 #include "favourites/favourite_file.h"
 #include "platform/button.h"
+#include "platform/label.h"
 #include "platform/skin_form.h"
+#include "platform/timer.h"
 #include "support/attempt.h"
 
 namespace kivandra {
+namespace {
+
+/// So long a window that does not come yet is no surprise.
+constexpr std::chrono::milliseconds kPatience{400};
+/// Between two signs of life.
+constexpr std::chrono::milliseconds kLook{100};
+
+}  // namespace
 
 frmFav::~frmFav() { UnloadWithOwner(form_.get()); }
 
@@ -30,7 +40,48 @@ void frmFav::Form_Load() {
   attempt([&] { form_->Get<SkinForm>("SkinForm1").SetSkinFile(SkinFile); });
   attempt([&] { services_.events.DoEvents(); });
   attempt([&] { form_->SetLeft((services_.forms.ScreenWidth() - form_->Width()) / 2); });
+  nextLook_ = services_.clock() + kPatience;
   LoadFavorites();
+  if (givenUp_) {
+    // Anew from inside of the modal show, where events can run and reach this window alone.
+    attempt([&] {
+      auto& timer = form_->Get<Timer>("tmrLoad");
+      timer.OnTimer([this] { LoadInSight(); });
+      timer.SetEnabled(true);
+    });
+  }
+}
+
+void frmFav::LoadInSight() {
+  const auto form = form_;
+  attempt([&] { form->Get<Timer>("tmrLoad").SetEnabled(false); });
+  inSight_ = true;
+  givenUp_ = false;
+  read_ = 0;
+  nextLook_ = services_.clock();
+  LoadFavorites();
+  attempt([&] { form->Get<Label>("lblProgress").SetVisible(false); });
+}
+
+bool frmFav::GoOn() {
+  ++read_;
+  if (givenUp_ || services_.clock() < nextLook_) {
+    return !givenUp_;
+  }
+  if (!inSight_) {
+    givenUp_ = true;
+    return false;
+  }
+  const auto form = form_;
+  attempt([&] {
+    auto& progress = form->Get<Label>("lblProgress");
+    progress.SetCaption("Reading your favorites: " + std::to_string(read_));
+    progress.SetVisible(true);
+  });
+  attempt([&] { services_.events.DoEvents(); });
+  nextLook_ = services_.clock() + kLook;
+  givenUp_ = !form->Loaded();
+  return !givenUp_;
 }
 
 void frmFav::LoadFavorites() {
@@ -46,6 +97,9 @@ void frmFav::LoadFavorites() {
     const int root = tvw.AddNode(0, "Root", rootPath_);
     // 4.
     LoadFavoritesFolder(tvw, root, 1);
+    if (givenUp_) {
+      return;
+    }
     // 5.
     SetFavoriteImages(tvw);
     // 6. Last, since until now the text has been the beginning of every path.
@@ -72,6 +126,9 @@ void frmFav::LoadFavoritesFolder(TreeView& tvw, int node, int depth) {
     // 2. A link is shown and not followed, since it may lead round in a ring. A name with the separator in it
     // would make a path that names another folder.
     for (const auto& folder : listing.folders) {
+      if (!GoOn()) {
+        return;
+      }
       const int child = tvw.AddNode(node, {}, folder.name);
       const bool named = folder.name.find(TreeView::kPathSeparator) == std::string::npos;
       if (!folder.link && named && depth < kDeepestFavoritesFolder) {
@@ -84,6 +141,9 @@ void frmFav::LoadFavoritesFolder(TreeView& tvw, int node, int depth) {
       const auto title = FavoriteTitle(file);
       if (!title) {
         continue;
+      }
+      if (!GoOn()) {
+        return;
       }
       std::string place = path;
       place.append("/").append(file);

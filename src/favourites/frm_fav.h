@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,7 +15,8 @@
 namespace kivandra {
 
 /// The window with the tree of the user's favourites, read from disk at each opening: a new object for each.
-/// A click on a favourite closes it. No failure is shown: what can be read is there.
+/// A click on a favourite closes it. No failure is shown: what can be read is there. Favourites that take
+/// long to read are read while the window stands and tells how far that is; it can be closed meanwhile.
 class frmFav : public FormEvents {
  public:
   struct Services {
@@ -22,6 +24,7 @@ class frmFav : public FormEvents {
     EventLoop& events;
     const FileCalls& files;
     const SystemInfo& system;
+    std::function<std::chrono::steady_clock::time_point()> clock = &std::chrono::steady_clock::now;
   };
   explicit frmFav(const Services& services) : services_(services) {}
   ~frmFav() override;
@@ -37,6 +40,9 @@ class frmFav : public FormEvents {
  private:
   void Form_Load();
   void LoadFavorites();
+  void LoadInSight();
+  /// Between two entries of the load: whether it goes on.
+  bool GoOn();
   /// Reads the folder that the node's full path names into the node's children, and so on below. Its own
   /// failure ends it quietly; `depth` counts the folders above.
   void LoadFavoritesFolder(TreeView& tvw, int node, int depth);
@@ -49,7 +55,12 @@ class frmFav : public FormEvents {
   Services services_;
   std::shared_ptr<Form> form_;
   std::string selectedFavorite_;
-  std::string rootPath_;  // of the load that runs
+  // Of the load that runs.
+  std::string rootPath_;
+  bool inSight_ = false;
+  bool givenUp_ = false;
+  int read_ = 0;  // entries
+  std::chrono::steady_clock::time_point nextLook_;
 };
 
 /// The command that opens the favourites: shows the window and hands the chosen address to `navigate`.

@@ -44,7 +44,14 @@ void frmOrganizeFavorites::Form_Load() {
   for (const auto& [name, handler] : buttons) {
     form_->Get<Button>(name).OnClick([this, call = handler] { (this->*call)(); });
   }
-  form_->Get<TreeView>("tvw").OnNodeClick([this](int node) { tvw_NodeClick(node); });
+  form_->Get<TreeView>("tvw").OnNodeSelect([this](int node) { tvw_NodeSelect(node); });
+  // Enter does what the button below the field does.
+  form_->Get<TextBox>("txtName").OnKeyDown([this](int key) {
+    if (key == kKeyReturn) {
+      cmdRename_Click();
+    }
+    return key == kKeyReturn;
+  });
   attempt([&] { form_->Get<SkinForm>("SkinForm1").SetSkinFile(SkinFile); });
   Refresh(root_);
 }
@@ -63,7 +70,7 @@ void frmOrganizeFavorites::Refresh(const std::string& chosen) {
                                     [&](const Entry& each) { return each.path == chosen; });
     const int node = found == entries_.end() ? root : static_cast<int>(found - entries_.begin()) + 1;
     tvw.SetSelectedNode(node);
-    tvw_NodeClick(node);
+    tvw_NodeSelect(node);
   });
   attempt([&] {
     folders_ = FavoriteFolders(services_.files, root_);
@@ -119,10 +126,15 @@ void frmOrganizeFavorites::Tell(const std::string& text) {
   attempt([&] { services_.boxes.MsgBox(text, kMsgExclamation, kTitle); });
 }
 
-void frmOrganizeFavorites::tvw_NodeClick(int node) {
+void frmOrganizeFavorites::tvw_NodeSelect(int node) {
+  const bool entry = node > 1;  // the first is the favourites folder itself
   attempt([&] {
-    form_->Get<TextBox>("txtName").SetText(node > 1 ? form_->Get<TreeView>("tvw").Text(node) : std::string());
+    form_->Get<TextBox>("txtName").SetText(entry ? form_->Get<TreeView>("tvw").Text(node) : std::string());
   });
+  attempt([&] { form_->Get<TextBox>("txtName").SetEnabled(entry); });
+  for (const char* button : {"cmdRename", "cmdMove", "cmdDelete"}) {
+    attempt([&, button] { form_->Get<Button>(button).SetEnabled(entry); });
+  }
 }
 
 void frmOrganizeFavorites::Rename(const Entry& entry, const std::string& newPath) {

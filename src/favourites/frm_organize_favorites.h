@@ -54,7 +54,7 @@ class frmOrganizeFavorites : public FormEvents {
   void Rename(const Entry& entry, const std::string& newPath);
   void Tell(const std::string& text);
 
-  void tvw_NodeClick(int node);
+  void tvw_NodeSelect(int node);
   void cmdRename_Click();
   void cmdMove_Click();
   void cmdDelete_Click();

@@ -30,12 +30,12 @@ class TreeView : public virtual Control {
   /// A text that goes with the node and is not shown.
   [[nodiscard]] virtual std::string Tag(int node) const = 0;
   virtual void SetTag(int node, const std::string& tag) = 0;
-  /// Names of pictures: "Leaf", "ClosedBook", "OpenBook", "Library", "ClosedFolder", "OpenFolder". Without an
-  /// image for its expanded state a node keeps the other one.
+  /// Names of pictures: "Leaf", "ClosedBook", "OpenBook", "Library", "ClosedFolder", "OpenFolder"; another
+  /// name shows none. Without an image for its expanded state a node keeps the other one.
   virtual void SetImage(int node, const std::string& image) = 0;
   virtual void SetExpandedImage(int node, const std::string& image) = 0;
-  /// Whether the children are shown in the order of their texts, without regard to case, instead of the
-  /// order of adding.
+  /// Whether the children are shown in the order of their texts, as the desktop's language has it and without
+  /// regard to case, instead of the order of adding.
   virtual void SetSorted(int node, bool sorted) = 0;
   virtual void SetExpanded(int node, bool expanded) = 0;
   /// The texts of the ancestors and the node from the root down, joined by kPathSeparator.
@@ -44,8 +44,11 @@ class TreeView : public virtual Control {
   /// event.
   [[nodiscard]] virtual int SelectedNode() const = 0;
   virtual void SetSelectedNode(int node) = 0;
-  /// A person has clicked a node, or pressed Enter on it. The window may close inside.
+  /// A person has clicked a node, or pressed Enter or the space bar on it. The window may close inside.
   virtual void OnNodeClick(std::function<void(int node)> handler) = 0;
+  /// A person has brought the cursor to another node, by the mouse or by the keyboard; before the click is
+  /// told. The window may close inside.
+  virtual void OnNodeSelect(std::function<void(int node)> handler) = 0;
 };
 
 }  // namespace kivandra

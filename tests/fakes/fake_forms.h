@@ -217,6 +217,7 @@ class FakeForms : public Forms {
       {"frmMain.timerTips", {1500, false}},     {"frmMain.Refreshtimer", {2000, false}},
       {"frmMain.BackForward", {1, false}},      {"frmBrowser.ResizeTimer", {200, false}},
       {"frmBrowser.TimerENTER", {100, false}},  {"frmBrowser.Timer1", {40000, false}},
+      {"frmFav.tmrLoad", {1, false}},
   };
   std::map<std::string, std::shared_ptr<FakeForm>> byName;
   /// Every control that was asked for: form, name, kind.

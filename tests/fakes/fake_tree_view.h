@@ -82,12 +82,20 @@ class FakeTreeView : public FakeControl, public TreeView {
     selected = node;
   }
   void OnNodeClick(std::function<void(int)> handler) override { click = std::move(handler); }
+  void OnNodeSelect(std::function<void(int)> handler) override { select = std::move(handler); }
 
   /// A person clicks the node with this text; it must be there.
   void Click(const std::string& text) {
-    selected = Find(text);
+    WalkTo(text);
     if (const auto handler = click) {
       handler(selected);
+    }
+  }
+  /// A person walks to the node with this text by the keyboard; it must be there.
+  void WalkTo(const std::string& text) {
+    const int node = Find(text);
+    if (const auto handler = select; std::exchange(selected, node) != node && handler) {
+      handler(node);
     }
   }
   /// Number of the first node with this text, 0 if there is none.
@@ -119,6 +127,7 @@ class FakeTreeView : public FakeControl, public TreeView {
   std::vector<Node> nodes;
   int selected = 0;
   std::function<void(int)> click;
+  std::function<void(int)> select;
 
  private:
   [[nodiscard]] const Node& Of(int node) const {

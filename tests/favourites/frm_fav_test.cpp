@@ -8,6 +8,7 @@
 
 #include "fakes/fake_world.h"
 #include "favourites/favourite_file.h"
+#include "platform/label.h"
 #include "support/attempt.h"
 
 namespace kivandra {
@@ -268,6 +269,57 @@ TEST_F(FrmFavTest, TenThousandFavouritesAreLoaded) {
   }
   const auto& tree = Opened();
   EXPECT_EQ(tree.nodes.size(), 10001U);
+}
+
+/// A disk on which each look at the clock finds 10 ms gone.
+class SlowDiskTest : public FrmFavTest {
+ protected:
+  SlowDiskTest() {
+    for (int number = 100; number < 400; ++number) {
+      Put("page " + std::to_string(number) + ".url", "http://x/" + std::to_string(number));
+    }
+  }
+  /// Opens the pane; whoever closes it must be planned before.
+  std::string OpenSlowly() {
+    std::string navigated;
+    OpenFavorites({world.forms, world.loop, world.files, world.system,
+                   [this] { return now += std::chrono::milliseconds(10); }},
+                  [&](const std::string& url) { navigated = url; });
+    return navigated;
+  }
+  std::chrono::steady_clock::time_point now;
+};
+
+TEST_F(SlowDiskTest, FavouritesThatTakeLongAreReadWhileThePaneTellsHowFarItIs) {
+  std::string told;
+  world.journal.watch = [&](const std::string& line) {
+    if (line.starts_with("frmFav.lblProgress.Caption")) {
+      told = line;
+      EXPECT_TRUE(Pane().Visible());
+      EXPECT_EQ(Tree().At(kRoot).expanded, false);
+    }
+  };
+  world.loop.After(10000, [&] {
+    EXPECT_EQ(Tree().nodes.size(), 301U);
+    EXPECT_EQ(Tree().nodes[0].text, "YOUR FAVORITES");
+    EXPECT_TRUE(Tree().nodes[0].expanded);
+    EXPECT_FALSE(Pane().Get<Label>("lblProgress").Visible());
+    Tree().Click("page 123");
+  });
+  EXPECT_EQ(OpenSlowly(), "http://x/123");
+  EXPECT_NE(told.find("Reading your favorites: "), std::string::npos) << told;
+}
+
+TEST_F(SlowDiskTest, ThePaneMayBeClosedWhileItReads) {
+  // The second of its looks at the events is in the middle of the reading.
+  world.journal.watch = [&](const std::string& line) {
+    if (line == "DoEvents" && Pane().Visible()) {
+      Pane().ButtonOf("cmdclose").Click();
+    }
+  };
+  EXPECT_EQ(OpenSlowly(), "");
+  EXPECT_FALSE(Pane().Loaded());
+  EXPECT_LT(Tree().nodes.size(), 200U);
 }
 
 TEST_F(FrmFavTest, AWindowThatCannotBeLoadedIsAnError) {

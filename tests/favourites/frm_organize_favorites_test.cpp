@@ -88,6 +88,33 @@ TEST_F(OrganizeFavoritesTest, RenamesAFavourite) {
   EXPECT_FALSE(IsFile("Animals/Otters.url"));
 }
 
+TEST_F(OrganizeFavoritesTest, TheNameFollowsTheCursorAlsoByTheKeyboard) {
+  Organize([&] {
+    Tree().Click("Moon");
+    Tree().WalkTo("Otters");
+    EXPECT_EQ(Name().text, "Otters");
+    Name().text = "Sea otters";
+    EXPECT_TRUE(Name().Press(kKeyReturn));
+    EXPECT_FALSE(Name().Press(kKeyDelete));
+  });
+  EXPECT_EQ(world.files.files[kRoot + "/Animals/Sea otters.url"], "otters");
+  EXPECT_EQ(world.files.files[kRoot + "/Moon.url"], "moon");
+}
+
+TEST_F(OrganizeFavoritesTest, WhatCannotBeDoneWithTheFavouritesFolderIsNotOffered) {
+  Organize([&] {
+    for (const char* entry : {"YOUR FAVORITES", "Moon", "Animals", "YOUR FAVORITES"}) {
+      Tree().WalkTo(entry);
+      const bool offered = entry != std::string("YOUR FAVORITES");
+      EXPECT_EQ(Name().enabled, offered);
+      for (const char* button : {"cmdRename", "cmdMove", "cmdDelete"}) {
+        EXPECT_EQ(Dialog().ButtonOf(button).enabled, offered) << button << " for " << entry;
+      }
+      EXPECT_TRUE(Dialog().ButtonOf("cmdNewFolder").enabled);
+    }
+  });
+}
+
 TEST_F(OrganizeFavoritesTest, RenamesAFolderWithWhatItHolds) {
   Organize([&] {
     Tree().Click("Animals");

@@ -15,6 +15,7 @@
 #include "platform/gtk/controls/skin_control.h"
 #include "platform/gtk/controls/text_controls.h"
 #include "platform/gtk/controls/timer_control.h"
+#include "platform/gtk/controls/tree_view_control.h"
 #include "platform/gtk/forms/form_base.h"
 #include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/menus/menu_bar_control.h"
@@ -131,6 +132,7 @@ std::unique_ptr<Control> MakeControl(FormBase& form, FormLoader& loader,
       }
       break;
     case ControlKind::TreeView:
+      control = Make<TreeViewControl, Gtk::ListView>(object);
       break;
     case ControlKind::WebBrowser:
       if (auto* place = As<Gtk::Box>(object)) {
