@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# What lies beside the program: copied there at every build, file by file, so that only what changed is touched.
+# What lies beside the program: copied there at every build, file by file, so that only what changed is touched; and
+# installed among the data that are the same on every machine.
 
 # kivandra_beside(<folder beside the program> <source folder> <patterns>...)
 function(kivandra_beside place from)
@@ -10,6 +11,13 @@ function(kivandra_beside place from)
     add_custom_command(OUTPUT ${copy} DEPENDS ${from}/${file}
                        COMMAND ${CMAKE_COMMAND} -E copy ${from}/${file} ${copy} VERBATIM)
     list(APPEND copies ${copy})
+    get_filename_component(folder ${place}/${file} DIRECTORY)
+    install(FILES ${from}/${file} DESTINATION share/kivandra/${folder})
+    string(REGEX MATCH "^[^/]+" name "${place}/${file}")
+    if(name STREQUAL ".")
+      set(name ${file})
+    endif()
+    set_property(GLOBAL APPEND PROPERTY KIVANDRA_BESIDE_NAMES ${name})
   endforeach()
   set_property(GLOBAL APPEND PROPERTY KIVANDRA_BESIDE ${copies})
 endfunction()

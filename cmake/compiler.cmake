@@ -13,6 +13,19 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(kivandra_options INTERFACE -Wno-restrict -Wno-maybe-uninitialized -Wno-array-bounds
                          -Wno-stringop-overflow)
 endif()
+
+# What is shipped is hardened, and made of nothing but its sources: no path of the machine that built it. The lines of the
+# code, for a crash report, go into the package of debugging symbols.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  string(APPEND CMAKE_CXX_FLAGS_RELEASE " -g1 -ffile-prefix-map=${PROJECT_SOURCE_DIR}=."
+         " -fPIC -fno-semantic-interposition -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2"
+         " -fstack-protector-strong -fstack-clash-protection -Wformat -Werror=format-security")
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
+    string(APPEND CMAKE_CXX_FLAGS_RELEASE " -fcf-protection")
+  endif()
+  string(APPEND CMAKE_EXE_LINKER_FLAGS_RELEASE " -pie -Wl,-z,relro,-z,now,--as-needed")
+endif()
+
 if(KIVANDRA_SANITIZERS)
   add_compile_options(-fsanitize=${KIVANDRA_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${KIVANDRA_SANITIZERS})

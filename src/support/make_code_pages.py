@@ -14,7 +14,9 @@ def point(codec: str, byte: int) -> int:
 
 
 def main() -> None:
+    # REUSE-IgnoreStart
     print("// SPDX-License-Identifier: GPL-3.0-or-later")
+    # REUSE-IgnoreEnd
     print("// Made by make_code_pages.py; do not edit.")
     print('#include "support/code_pages.h"\n')
     print("#include <array>\n#include <cstddef>\n")

@@ -62,7 +62,9 @@ def main():
     assert len(records) <= 256 and len(blocks) <= 65536
 
     out = sys.stdout.write
+    # REUSE-IgnoreStart
     out('// SPDX-License-Identifier: GPL-3.0-or-later\n')
+    # REUSE-IgnoreEnd
     out('// Made by make_unicode_tables.py from Unicode %s; do not edit.\n' % unicodedata.unidata_version)
     out('// clang-format off\n')
     out('#include "support/unicode.h"\n\n')
