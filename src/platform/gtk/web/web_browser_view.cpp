@@ -26,24 +26,6 @@ WebKitWebView* MakeWidget(WebEngine& engine, WebKitUserContentManager* scripts, 
   return WEBKIT_WEB_VIEW(g_object_ref_sink(view));
 }
 
-/// Whether the answer may be shown: one part, no attachment, of a type that the engine shows by itself.
-bool MayShow(WebKitResponsePolicyDecision* decision) {
-  WebKitURIResponse* response = webkit_response_policy_decision_get_response(decision);
-  const std::string type = Text(webkit_uri_response_get_mime_type(response));
-  // Its later parts would replace the page without a question.
-  if (g_ascii_strcasecmp(type.c_str(), "multipart/x-mixed-replace") == 0) return false;
-  if (webkit_response_policy_decision_is_mime_type_supported(decision) == FALSE) return false;
-  SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
-  char* disposition = nullptr;
-  if (headers == nullptr ||
-      soup_message_headers_get_content_disposition(headers, &disposition, nullptr) == FALSE) {
-    return true;
-  }
-  const bool attachment = g_ascii_strcasecmp(disposition, "attachment") == 0;
-  g_free(disposition);
-  return !attachment;
-}
-
 /// Whether the place is the frame's banner.
 bool IsBanner(const Gtk::Widget& place) {
   for (const Gtk::Widget* each = &place; each != nullptr; each = each->get_parent()) {
@@ -61,14 +43,6 @@ void ForbidDragging(WebKitUserContentManager* manager) {
 }
 
 gboolean NoMenu() { return TRUE; }
-
-WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
-  // The engine drops the connection when it doesn't trust the site, and at times it hears of that before it
-  // hears of the reason. A load that the program or the page gave up ends in the engine's own kind of error.
-  const bool dropped = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
-  return dropped && SchemeOf(address) == "https" ? WebPages::Trouble::NotTrusted
-                                                 : WebPages::Trouble::NotOpened;
-}
 
 }  // namespace
 
@@ -266,169 +240,6 @@ void BrowserView::BeginLoad(const std::function<void()>& load) {
   starting_ = true;
   ownPage_ = false;
   load();
-}
-
-// --- Questions
-// --------------------------------------------------------------------------------------------------
-
-void BrowserView::Raise(const std::shared_ptr<Navigation>& navigation) {
-  // Without a receiver nobody judges, and an unanswered question is refused.
-  Tell([&](WebBrowserEvents& events) { events.BeforeNavigate2(navigation); });
-}
-
-gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
-  switch (type) {
-    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
-      desk_.DecideNavigation(decision, webkit_navigation_policy_decision_get_navigation_action(
-                                           WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-      return TRUE;
-    case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION: {
-      WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
-          WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-      if (PageMayLoad(AddressOf(action))) {
-        webkit_policy_decision_use(decision);  // the window is asked for next, its address is judged there
-      } else {
-        desk_.DecideNavigation(decision, action);  // never loads, but the judge may have words about it
-      }
-      return TRUE;
-    }
-    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
-      break;
-  }
-  auto* response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
-  if (MayShow(response)) {
-    webkit_policy_decision_use(decision);
-    return TRUE;
-  }
-  webkit_policy_decision_ignore(decision);
-  if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE) {
-    ownPage_ = true;
-    const std::string address =
-        Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
-    Later([this, address] { ShowTrouble(WebPages::Trouble::NotShown, address); });
-  }
-  return TRUE;
-}
-
-// --- Loading
-// ----------------------------------------------------------------------------------------------------
-
-void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
-  switch (event) {
-    case WEBKIT_LOAD_STARTED:
-      if (completing_) CompleteLoad();
-      ComeIntoWindow();
-      starting_ = false;
-      loading_ = true;
-      committed_ = false;
-      TellDownloadBegin();
-      break;
-    case WEBKIT_LOAD_REDIRECTED:
-      break;
-    case WEBKIT_LOAD_COMMITTED:
-      LoadCommitted();
-      break;
-    case WEBKIT_LOAD_FINISHED:
-      LoadFinished();
-      break;
-  }
-}
-
-void BrowserView::LoadCommitted() {
-  committed_ = true;
-  page_.Renew();
-  address_ = EngineAddress();
-  title_.clear();
-  toldTitle_.clear();
-  judgingArrival_ = false;
-  nextArrival_.reset();
-  desk_.ForgetAllowedLoad();
-  desk_.DropEngineQuestions();  // they came from the page that is gone
-  resources_->Forget();
-  Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
-  Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(page_, address_); });
-  TellHistory();
-}
-
-void BrowserView::LoadFinished() {
-  if (!committed_ && ownPage_)
-    return;  // the page that is shown instead begins next, and its end is the end of both
-  if (!committed_ || !Text(webkit_web_view_get_title(view_)).empty()) {
-    CompleteLoad();
-    return;
-  }
-  // The engine tells a short page's title only after its end, and whoever notes the visit wants it: the page
-  // knows.
-  completing_ = true;
-  const auto done = [](GObject* source, GAsyncResult* result, gpointer data) {
-    const std::unique_ptr<std::weak_ptr<BrowserView>> weak(static_cast<std::weak_ptr<BrowserView>*>(data));
-    JSCValue* title = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(source), result, nullptr);
-    char* text = title != nullptr ? jsc_value_to_string(title) : nullptr;
-    const auto view = weak->lock();
-    if (view && view->completing_) {
-      view->title_ = Text(text);
-      view->CompleteLoad();
-    }
-    g_free(text);
-    if (title != nullptr) g_object_unref(title);
-  };
-  webkit_web_view_evaluate_javascript(view_, "document.title", -1, kOwnWorld, nullptr, nullptr, done,
-                                      new std::weak_ptr<BrowserView>(weak_from_this()));
-}
-
-void BrowserView::CompleteLoad() {
-  loading_ = false;
-  completing_ = false;
-  ownPage_ = false;
-  if (committed_) {
-    TellTitle(Title());
-    Tell([&](WebBrowserEvents& events) { events.DocumentComplete(page_, address_); });
-  }
-  Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Done"); });
-  TellDownloadComplete();
-}
-
-gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
-  const bool quiet = error->domain == WEBKIT_POLICY_ERROR ||
-                     g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
-  if (!quiet) ShowTrouble(TroubleOf(error, Text(address)), Text(address));
-  return TRUE;
-}
-
-gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* /*certificate*/,
-                                                GTlsCertificateFlags /*errors*/) {
-  ShowTrouble(WebPages::Trouble::NotTrusted, Text(address));
-  return TRUE;
-}
-
-void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason*/) {
-  const std::string address = address_;
-  desk_.DropEngineQuestions();
-  resources_->Forget();
-  page_.Renew();
-  loading_ = false;
-  completing_ = false;
-  TellDownloadComplete();
-  Later([this, address] { ShowTrouble(WebPages::Trouble::Stopped, address); });
-}
-
-void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {
-  if (view_ == nullptr) return;
-  ownPage_ = true;
-  webkit_web_view_load_alternate_html(view_, engine_.Pages().Page(trouble, address, engine_.Home()).c_str(),
-                                      address.c_str(), nullptr);
-}
-
-void BrowserView::OnLoading(GParamSpec* /*property*/) {
-  if (webkit_web_view_is_loading(view_) != FALSE || !starting_) return;
-  starting_ = false;
-  const std::string address = EngineAddress();
-  if (address == address_) return;  // not decided yet, and the engine shows the old address until then
-  // A step back or forward inside the page: it was judged before it began, and the engine asks nothing.
-  Later([this, address] {
-    desk_.ForgetAllowedLoad();
-    if (!loading_ && address != address_ && address == EngineAddress()) ReportArrival(address);
-  });
 }
 
 }  // namespace kivandra::gtk
