@@ -146,7 +146,7 @@ class BadAddresses(BrowsingTest):
             with self.subTest(row):
                 self.visit()
                 self.page.go(address)
-                self.wait_blocked(seconds=15)
+                self.wait_blocked()
 
     def test_addresses_of_a_megabyte_from_a_page(self):
         rows = {"location =": "location = u", "a link": "const a = document.createElement('a'); a.href = u; a.click()",
@@ -158,7 +158,7 @@ class BadAddresses(BrowsingTest):
                                      f" '{name[:5]}' + '{name[5:]}'; {code} }}")
                 self.visit(start)
                 self.page.click_page()
-                self.wait_blocked(seconds=15)
+                self.wait_blocked()
                 self.assert_never_painted(name)
         with self.subTest("clean"):
             self.visit(pages.script(f"onclick = () => {{ location = '{self.server.url('/')}' + 'a'.repeat(1 << 20) }}"))

@@ -15,14 +15,14 @@ from .display import Display
 from .hands import Hands
 from .program import Home, Program
 from .server import Server
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 from .windows import BLOCKED, FRAME_ADDRESS, Frame, Window
 from .world import World
 
 PASSWORD = "Seed 4 you"
 UNFILTERED_SECONDS = 5.0  # after the frame's load the program itself lets everything pass for so long
 CLOSING_SECONDS = 3.0     # the frame stays for its closing sound
-START_SECONDS = 20.0
+START_SECONDS = 60.0
 
 processes.become_subreaper()
 _display = None
@@ -296,13 +296,13 @@ class BrowsingTest(LoudTest):
         self.server.wait_asked(heard)
         return url
 
-    def painted(self, name, seconds=10.0):
+    def painted(self, name, seconds=PATIENCE):
         try:
             return self.server.wait_asked(pages.mark(name), seconds=seconds)
         except AssertionError as error:
             raise AssertionError(f"{name} is painted: {error}; {self.situation()}") from None
 
-    def wait_blocked(self, page=None, seconds=10.0):
+    def wait_blocked(self, page=None, seconds=PATIENCE):
         """Waits until the frame says that a page was refused."""
         wait_until(lambda: self.frame.blocked(), lambda: f"the page is refused; {self.situation()}", seconds)
         page = page or self.page

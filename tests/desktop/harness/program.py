@@ -25,7 +25,7 @@ COMPLAINT = re.compile(r"-(WARNING|CRITICAL|ERROR) \*\*|\*\* (WARNING|CRITICAL|E
 # their cage, so a small one.
 ENGINES_OWN = re.compile(r"\(process:\d{1,2}\): GLib-GObject-CRITICAL")
 
-END_SECONDS = 10
+END_SECONDS = 30
 
 
 class Home:

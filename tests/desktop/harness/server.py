@@ -7,7 +7,7 @@ import socket
 import threading
 import time
 
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 
 @dataclasses.dataclass(frozen=True)
@@ -92,7 +92,7 @@ class Server:
     def times_asked(self, path, method=None):
         return len(self.asked(path, method))
 
-    def wait_asked(self, path, times=1, seconds=10.0):
+    def wait_asked(self, path, times=1, seconds=PATIENCE):
         """Waits until `path` has been asked for at least so often; gives the questions."""
         return wait_until(lambda: (self.asked(path) if self.times_asked(path) >= times else None),
                           lambda: f"{path} is asked for {times} times (so far {self.times_asked(path)})", seconds)

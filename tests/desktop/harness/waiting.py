@@ -4,13 +4,14 @@
 import time
 
 POLL_SECONDS = 0.02
+PATIENCE = 30.0  # seconds; a machine that is busy with other things may take long, and no wait is longer than it must be
 
 
 class NeverCameTrue(AssertionError):
     """What was waited for did not happen in time."""
 
 
-def wait_until(condition, what, seconds=10.0):
+def wait_until(condition, what, seconds=PATIENCE):
     """Asks `condition` again and again until its answer counts as true, and gives that answer."""
     deadline = time.monotonic() + seconds
     while True:

@@ -4,7 +4,7 @@
 import itertools
 
 from .accessibility import Gone
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 BLOCKED = "Possible Adult Content Has Been Detected.  Page will not be displayed."
 PRODUCT = "Kivandra"
@@ -43,7 +43,7 @@ class Window:
     def find(self, name=None, role=None):
         return self.node.find(name, role)
 
-    def wait_for(self, name=None, role=None, seconds=10.0):
+    def wait_for(self, name=None, role=None, seconds=PATIENCE):
         return wait_until(lambda: self.node.find(name, role), lambda: f"{name or role} in\n{self.node.outline()}",
                           seconds)
 
@@ -79,7 +79,7 @@ class Window:
             return field.focused
         wait_until(clicked, lambda: f"the field has the keyboard in\n{self.node.outline()}")
 
-    def press(self, name, seconds=10.0):
+    def press(self, name, seconds=PATIENCE):
         """Presses the button of this name as soon as it can be pressed."""
         button = self.wait_for(name, seconds=seconds)
         wait_until(lambda: button.usable, f"{name} can be pressed", seconds)

@@ -6,7 +6,7 @@ import urllib.parse
 
 from . import answers, pages
 from .server import Server
-from .waiting import wait_until
+from .waiting import PATIENCE, wait_until
 
 PRODUCT_DOMAIN = "kivandra.localhost"
 HOP_HEADERS = {"connection", "keep-alive", "transfer-encoding", "proxy-connection", "content-length"}
@@ -41,7 +41,7 @@ class World(Server):
         return [request.path + ("?" + request.query if request.query else "") for request in self.asked(method=method)
                 if request.path.startswith("http") and "/painted/" not in request.path]
 
-    def wait_address(self, address, after=0, seconds=10.0):
+    def wait_address(self, address, after=0, seconds=PATIENCE):
         """Waits until `address`, spelled as the engine sends it, stands in the log behind its first `after` questions."""
         return wait_until(lambda: address in self.addresses()[after:],
                           lambda: f"{address} is asked for, not {self.addresses()[after:]}", seconds)
