@@ -49,6 +49,27 @@ TEST_F(Loading, AsksInsideTheCallAndOnlyOnce) {
   EXPECT_EQ(window.Count("BeforeNavigate2"), 1);
 }
 
+TEST_F(Loading, APageThatComesWhileTheNextIsAskedForIsToldByItsOwnAddress) {
+  constexpr int kDelays = 12;  // in milliseconds: somewhere among them the first page is just arriving
+  TestWindow window;
+  for (int round = 0; round < 3 * kDelays; ++round) {
+    const std::string first = "/first" + std::to_string(round);
+    const std::string next = "/next" + std::to_string(round);
+    server.Serve(next, {"<title>" + next + "</title>next"});
+    server.Serve(first, [&](const Request&) {
+      Glib::signal_timeout().connect_once([&, next] { window.Browser().Navigate(server.Url(next)); },
+                                          static_cast<unsigned>(round % kDelays));
+      return Reply{"<title>" + first + "</title>" + std::string(6000, 'x')};
+    });
+    window.Browser().Navigate(server.Url(first));
+    ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));
+    EXPECT_EQ(window.Count("NavigateComplete2 top " + server.Url(next)), 1) << round;
+    EXPECT_EQ(window.Count("BeforeNavigate2 " + server.Url(next)), 1) << round;
+  }
+}
+
 TEST_F(Loading, GivesTheAddressAsTypedWhereOnlyASlashIsMissing) {
   server.Serve("/", {"root"});
   TestWindow window;

@@ -46,6 +46,8 @@ bool IsWebScheme(std::string_view scheme) { return scheme == "http" || scheme ==
 
 }  // namespace
 
+std::string WithoutFragment(const std::string& address) { return address.substr(0, address.find('#')); }
+
 std::string SchemeOf(std::string_view address) {
   const std::size_t colon = address.find(':');
   if (colon == std::string_view::npos || colon == 0) return {};

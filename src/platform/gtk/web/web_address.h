@@ -28,6 +28,9 @@ inline constexpr std::size_t kLongestAddress = 64 * 1024;
 /// Whether the address is that of a document without an address of its own.
 [[nodiscard]] bool IsBlankDocument(std::string_view address);
 
+/// The address up to its fragment.
+[[nodiscard]] std::string WithoutFragment(const std::string& address);
+
 /// The scheme in lower case, without the colon; empty if there is none.
 [[nodiscard]] std::string SchemeOf(std::string_view address);
 

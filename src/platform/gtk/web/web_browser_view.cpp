@@ -158,8 +158,9 @@ void BrowserView::Navigate(const std::string& text) {
   RequireView();
   const std::string address = EngineSpelling(text);
   desk_.AskForLoad(
-      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address,
-      [this, address] { BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); }); });
+      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address, [this, address] {
+        BeginLoad(address, [this, address] { webkit_web_view_load_uri(view_, address.c_str()); });
+      });
 }
 
 void BrowserView::GoInHistory(int steps) {
@@ -171,7 +172,7 @@ void BrowserView::GoInHistory(int steps) {
                                                         [](gpointer object) { g_object_unref(object); });
   const std::string address = Text(webkit_back_forward_list_item_get_uri(item));
   desk_.AskForLoad(address, address, NavigationDesk::LoadKind::History, [this, held] {
-    BeginLoad([this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
+    BeginLoad({}, [this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
   });
 }
 
@@ -180,7 +181,7 @@ void BrowserView::Refresh() {
   if (address_.empty()) return;
   const std::string address = address_;
   desk_.AskForLoad(address, address, NavigationDesk::LoadKind::Reload, [this, address] {
-    BeginLoad([this, address] {
+    BeginLoad(address, [this, address] {
       // After its process has ended the view has no address of its own to load again.
       if (EngineAddress() == address) {
         webkit_web_view_reload(view_);
@@ -195,6 +196,7 @@ void BrowserView::Stop() {
   RequireView();
   desk_.DropAll();
   starting_ = false;
+  asked_.clear();
   if (view_ != nullptr) webkit_web_view_stop_loading(view_);
 }
 
@@ -235,8 +237,9 @@ std::string BrowserView::Title() const {
 
 bool BrowserView::Busy() const { return starting_ || loading_ || desk_.Judging(); }
 
-void BrowserView::BeginLoad(const std::function<void()>& load) {
+void BrowserView::BeginLoad(const std::string& address, const std::function<void()>& load) {
   if (view_ == nullptr) return;
+  asked_ = address;
   starting_ = true;
   ownPage_ = false;
   load();

@@ -89,8 +89,12 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void FrameCompleted(PageFrame& frame, const std::string& url) override;
 
   void Raise(const std::shared_ptr<Navigation>& navigation);
-  void BeginLoad(const std::function<void()>& load);
+  /// `address` is empty for a step through the history.
+  void BeginLoad(const std::string& address, const std::function<void()>& load);
   void LoadCommitted();
+  /// The address of the page that has just come. While a later load of the program is on its way the engine
+  /// tells where that one leads.
+  [[nodiscard]] std::string CommittedAddress() const;
   void LoadFinished();
   void CompleteLoad();
   /// Whether the engine's address is that of the page on the screen, and not that of a load on its way.
@@ -129,6 +133,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   SignalConnections signals_;
 
   std::string address_;  // of the page that is shown
+  std::string asked_;    // of the program's last load, until its page has come
   std::string title_;    // of the page that is shown, as long as the engine does not tell it
   std::string toldTitle_;
   std::string status_;       // last text told

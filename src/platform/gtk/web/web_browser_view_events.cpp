@@ -18,8 +18,6 @@ constexpr long kCanGoBack = 2;
 /// How long frames have, once nothing is on its way to them, to report that they are complete.
 constexpr guint kFramesEndMilliseconds = 300;
 
-std::string WithoutFragment(const std::string& address) { return address.substr(0, address.find('#')); }
-
 /// The size of the window in which a view lies, as the engine takes it for a new window whose page asks for
 /// none.
 GdkRectangle WindowSize(WebKitWebView* view) {

@@ -38,15 +38,28 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
   }
 }
 
+std::string BrowserView::CommittedAddress() const {
+  const std::string told = EngineAddress();
+  WebKitWebResource* page = webkit_web_view_get_main_resource(view_);
+  if (page == nullptr || ownPage_ || told != asked_) return told;
+  const std::string loaded = Text(webkit_web_resource_get_uri(page));
+  return loaded.empty() || WithoutFragment(loaded) == WithoutFragment(told) ? told : loaded;
+}
+
 void BrowserView::LoadCommitted() {
   committed_ = true;
   page_.Renew();
-  address_ = EngineAddress();
+  address_ = CommittedAddress();
   title_.clear();
   toldTitle_.clear();
   judgingArrival_ = false;
   nextArrival_.reset();
-  desk_.ForgetAllowedLoad();
+  // A page that was on its way before the program's last load: that one is still to come.
+  starting_ = !asked_.empty() && address_ != asked_ && EngineAddress() == asked_;
+  if (!starting_) {
+    asked_.clear();
+    desk_.ForgetAllowedLoad();
+  }
   desk_.DropEngineQuestions();  // they came from the page that is gone
   resources_->Forget();
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
