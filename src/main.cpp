@@ -21,6 +21,7 @@
 #include "platform/linux/inet.h"
 #include "platform/linux/instance_calls.h"
 #include "platform/linux/page_fetch.h"
+#include "platform/linux/session_bus.h"
 #include "platform/linux/settings_tree.h"
 #include "platform/linux/site_server.h"
 #include "platform/linux/sound.h"
@@ -102,6 +103,7 @@ int main() {
   // A write beyond the allowed size of a file then fails like one on a full disk, and ends nothing.
   std::signal(SIGXFSZ, SIG_IGN);
   gtk::PrepareEngineEnvironment();
+  linux_impl::SettleSessionBus();
   const linux_impl::LinuxSystemInfo system(kEngineVersion);
   if (!gtk::StartToolkit(system.ProgramDirectory())) {
     std::fputs("kivandra: there is no display to open a window on.\n", stderr);

@@ -62,7 +62,7 @@ class Home:
 class Program:
     """One run of the program."""
 
-    def __init__(self, display, home, arguments=(), environment=()):
+    def __init__(self, display, home, arguments=(), environment=(), binary=BINARY):
         self.home = home
         self._mark = f"KIVANDRA_DESKTOP_TEST={uuid.uuid4()}"
         surroundings = {**display.environment, **home.environment(), "GSK_RENDERER": "cairo"}
@@ -74,7 +74,7 @@ class Program:
         self._voice_path = home.path / f"voice-{uuid.uuid4()}"
         self.started = time.monotonic()
         with open(self._voice_path, "wb") as voice:
-            self._process = subprocess.Popen([str(BINARY), *arguments], env=surroundings, cwd=str(home.path),
+            self._process = subprocess.Popen([str(binary), *arguments], env=surroundings, cwd=str(home.path),
                                              stdin=subprocess.DEVNULL, stdout=voice, stderr=voice,
                                              preexec_fn=processes.die_with_parent)
         self.pid = self._process.pid

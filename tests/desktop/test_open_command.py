@@ -1,0 +1,110 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The desktop entry's command where no program runs yet."""
+
+import socket
+import subprocess
+import tempfile
+import unittest
+
+from harness import answers, pages
+from harness.case import LoudTest, first_run, seed
+from harness.hand_over import HandOver, offered
+from harness.server import Server
+from harness.settings import HOME_PAGE
+from harness.waiting import stays_true, wait_until
+
+QUIET_SECONDS = 0.7
+
+
+class Starting(LoudTest):
+    """kivandra-open where no program runs."""
+
+    def setUp(self):
+        wait_until(lambda: not offered(), "no other program is on the bus")
+        self.server = Server()
+        self.addCleanup(self.server.close)
+
+    def serve(self):
+        return self.server.serve("/page", answers.page(pages.html("page")))
+
+    def opens(self, home):
+        """Hands a page over where no program runs; gives the command's run and the desk of the program."""
+        opener = HandOver(home, [self.serve()])
+        self.addCleanup(opener.kill)
+        desk = opener.desk()
+        self.addCleanup(desk.close)
+        return opener, desk
+
+    def test_a_first_run_waits_for_the_parent_and_then_shows_the_page(self):
+        opener, desk = self.opens(self.new_home())
+        desk.window_with("Password")
+        stays_true(opener.runs, "it waits", QUIET_SECONDS)
+        other = HandOver(opener.home, [self.server.serve("/other", answers.page(pages.html("other")))])
+        self.addCleanup(other.kill)
+        first_run(desk)
+        # Both go to the one window, so the later one takes the place of the earlier.
+        self.assertEqual([0, 0], [opener.wait_end(30), other.wait_end()])
+        self.assertEqual("", other.voice())
+        wait_until(lambda: self.server.asked(pages.mark("page")) or self.server.asked(pages.mark("other")),
+                   "an address is shown")
+        self.assertTrue(desk.program.runs(), "the program outlives the one that started it")
+
+    def test_a_program_that_is_closed_before_ends_the_waiting(self):
+        opener, desk = self.opens(self.new_home(like=seed()))
+        desk.frame().close()
+        self.assertEqual(0, opener.wait_end(20))
+        self.assertIn("closed before", opener.voice())
+        self.assertEqual([], self.server.asked(pages.mark("page")))
+
+    def test_without_a_bus_the_program_browses_and_says_nothing(self):
+        home = self.new_home(like=seed())
+        url = self.serve()
+        home.settings.write("URL", url, HOME_PAGE)
+        for address in ("unix:path=/nowhere/bus", f"unix:path={self.silent_bus()}"):
+            with self.subTest(address):
+                asked = len(self.server.asked(pages.mark("page")))
+                desk = self.start(home, environment={"DBUS_SESSION_BUS_ADDRESS": address})
+                self.server.wait_asked(pages.mark("page"), asked + 1, seconds=20)
+                self.assertEqual([], desk.program.complaints())
+                opener = HandOver(home, [url], {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere/bus"})
+                self.addCleanup(opener.kill)
+                self.assertEqual(0, opener.wait_end())
+                self.assertIn("no session bus", opener.voice())
+                self.assertTrue(desk.program.runs())
+                desk.program.kill()
+
+    def test_a_bus_that_is_lost_takes_nothing_from_the_program(self):
+        home = self.new_home(like=seed())
+        other = self.server.serve("/other", answers.page(pages.html("other")), "localhost")
+        url = self.server.serve("/before", answers.page(pages.html("before", head=pages.script(
+            f"const look = setInterval(async () => {{ if ((await fetch('/lost')).ok) {{"
+            f" clearInterval(look); location = '{other}' }} }}, 200)"))))
+        self.server.serve("/lost", answers.page("", 404))
+        home.settings.write("URL", url, HOME_PAGE)
+        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"],
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.addCleanup(bus.stdout.close)
+        self.addCleanup(bus.kill)
+        desk = self.start(home, environment={"DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip()})
+        self.server.wait_asked(pages.mark("before"), seconds=20)
+        before = desk.program.web_processes()
+        bus.kill()
+        bus.wait()
+        self.server.serve("/lost", answers.page(""))
+        self.server.wait_asked(pages.mark("other"))
+        self.assertTrue(set(desk.program.web_processes()) - set(before), "another site has a process of its own")
+        self.assertTrue(desk.program.runs())
+        self.assertEqual([], desk.program.complaints())
+
+    def silent_bus(self):
+        """Path of a bus that takes every connection and never says a word."""
+        path = tempfile.mkdtemp() + "/bus"
+        listener = socket.socket(socket.AF_UNIX)
+        self.addCleanup(listener.close)
+        listener.bind(path)
+        listener.listen(8)
+        return path
+
+
+if __name__ == "__main__":
+    unittest.main()
