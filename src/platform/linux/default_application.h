@@ -7,7 +7,9 @@
 
 namespace kivandra::linux_impl {
 
-/// Registers a desktop entry of this program with the desktop.
+/// Registers a desktop entry of this program for this user: the machine's if it is there, else one written
+/// for the user. The desktop's own tool is asked first (xdg-settings); what it leaves out goes into the
+/// shared lists. A tool that hangs is ended.
 class LinuxDefaultApplication final : public DefaultApplication {
  public:
   /// `programDirectory` is the folder of the executable.
@@ -17,6 +19,7 @@ class LinuxDefaultApplication final : public DefaultApplication {
 
  private:
   std::string programDirectory_;
+  bool running_ = false;
 };
 
 }  // namespace kivandra::linux_impl

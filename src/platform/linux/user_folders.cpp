@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
 
 #include "platform/platform_error.h"
 
@@ -43,12 +44,37 @@ bool IsFolder(const std::string& path) {
   return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+std::string FolderOr(const char* variable, const char* inHome) {
+  const std::string folder = AbsoluteFolder(variable);
+  return folder.empty() ? HomeFolder() + inHome : folder;
+}
+
+/// The absolute folders of a list with colons.
+std::vector<std::string> FoldersOr(const char* variable, const char* usual) {
+  const char* value = std::getenv(variable);
+  std::istringstream list(value == nullptr || *value == '\0' ? usual : value);
+  std::vector<std::string> folders;
+  for (std::string folder; std::getline(list, folder, ':');) {
+    if (folder.starts_with('/')) {
+      folders.push_back(folder);
+    }
+  }
+  return folders;
+}
+
 }  // namespace
 
-std::string DataFolder() {
-  const std::string data = AbsoluteFolder("XDG_DATA_HOME");
-  return (data.empty() ? HomeFolder() + "/.local/share" : data) + "/kivandra";
+std::string UserDataFolder() { return FolderOr("XDG_DATA_HOME", "/.local/share"); }
+
+std::string UserConfigFolder() { return FolderOr("XDG_CONFIG_HOME", "/.config"); }
+
+std::vector<std::string> SystemDataFolders() {
+  return FoldersOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
 }
+
+std::vector<std::string> SystemConfigFolders() { return FoldersOr("XDG_CONFIG_DIRS", "/etc/xdg"); }
+
+std::string DataFolder() { return UserDataFolder() + "/kivandra"; }
 
 std::string RuntimeFolder() { return AbsoluteFolder("XDG_RUNTIME_DIR"); }
 
