@@ -5,7 +5,9 @@
 #include "core/program_sound.h"
 #include "core/site_page.h"
 #include "platform/page_view.h"
+#include "platform/picture_box.h"
 #include "platform/platform_error.h"
+#include "support/attempt.h"
 #include "support/raised.h"
 #include "version.h"
 
@@ -29,6 +31,7 @@ void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
     if (!services_.windows.FrameStands()) {
       return;
     }
+    StillNotice();
     services_.boxes.MsgBox(std::string("Error when loading update file\r") + error.what());
   }
 }
@@ -78,7 +81,14 @@ void UpdateCheck::ShowNotice() {
     Updateform_ = services_.forms.Load("Updateform");
     Updateform_->Get<PageView>("WebBrowser1").Navigate(SitePage("/update/update1.html"));
   }
+  Updateform_->Get<PictureBox>("Progress").SetEnabled(true);
   Updateform_->SetVisible(true);
+}
+
+void UpdateCheck::StillNotice() {
+  if (Updateform_) {
+    attempt([this] { Updateform_->Get<PictureBox>("Progress").SetEnabled(false); });
+  }
 }
 
 std::string UpdateCheck::Fetch(Inet& inet1, const char* path) const {

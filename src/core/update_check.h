@@ -53,6 +53,8 @@ class UpdateCheck {
   void Check(Inet& inet1, bool quiet);
   void Update(Inet& inet1);
   void ShowNotice();
+  /// Ends the sign of progress on a notice that a failed download leaves open.
+  void StillNotice();
   [[nodiscard]] std::string Fetch(Inet& inet1, const char* path) const;
 
   Services services_;

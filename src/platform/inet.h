@@ -14,7 +14,7 @@ class Inet {
   /// The body of an http or https address, byte for byte. Waits for all of it; events run inside. After each
   /// of them `wanted` is asked, and the fetch ends once it says no; an empty one always says yes. Throws
   /// PlatformError if the fetch is not wanted any more, if the server can't be reached, gives up, answers
-  /// with anything but 200, or takes longer than 30 s without a byte or 10 minutes in all; and if the body is
+  /// with anything but 200, or takes longer than 10 s without a byte or 10 minutes in all; and if the body is
   /// larger than 256 MiB.
   [[nodiscard]] virtual std::string OpenURL(const std::string& url, const std::function<bool()>& wanted) = 0;
 };

@@ -132,6 +132,12 @@ TEST(FormFilesTest, HoldEveryControlThatTheProgramAsksFor) {
         10, [&world, name = window, press = button] { world.forms.Of(name).ButtonOf(press).Click(); });
     world.Frame().MenusOf("Menu").Choose(entry);
   }
+  // An update whose package is missing.
+  world.inet.version = "2.0.0";
+  world.boxes.Expect("A more recent version of Kivandra exists. Would you like to update it now?", kMsgYesNo,
+                     {}, MsgBoxResult::Yes);
+  world.boxes.Expect("Error when loading update file\r404 Not Found");
+  world.Frame().MenusOf("Menu").Choose("mnuUpdate");
   BannerFree::Create(world.forms, [](const FormEvents&) {})->Show("Support", "http://site.example/");
   world.Frame().Close(UnloadMode::ControlMenu);
 

@@ -132,6 +132,7 @@ TEST_F(UpdateCheckTest, YesGoesThroughItsStepsInTheirOrder) {
                           "UnloadActiveChild",
                           "Load Updateform",
                           "Updateform.WebBrowser1.Navigate \"" + SitePage("/update/update1.html") + "\"",
+                          "Updateform.Progress.Enabled = True",
                           "Updateform.Visible = True",
                           kPackage,
                           "WriteFile \"/program/browser_update.exe\"",
@@ -171,6 +172,7 @@ TEST_F(UpdateCheckTest, ADownloadErrorLeavesTheNoticeOpenAndTheChildGone) {
   ADownloadFails();
   EXPECT_TRUE(forms.IsLoaded("Updateform"));
   EXPECT_TRUE(forms.Of("Updateform").visible);
+  EXPECT_EQ(journal.With("Updateform.Progress.Enabled").back(), "Updateform.Progress.Enabled = False");
   EXPECT_FALSE(windows.hasChild);
   EXPECT_TRUE(windows.stands);
   EXPECT_FALSE(loop.Ended());

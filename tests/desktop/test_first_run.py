@@ -7,7 +7,6 @@ import unittest
 from harness.case import PASSWORD, LoudTest, display
 from harness.program import Program
 from harness.waiting import stays_true, wait_until
-from harness.windows import PRODUCT
 
 FIRST, SECOND = "Password", "Re-enter Password"
 REFUSAL = "Invalid Password, try again!"
@@ -80,7 +79,7 @@ class FirstRun(LoudTest):
         self.assertGreater(lasted, SPLASH_SECONDS - 0.5)
         self.assertLess(lasted, SPLASH_SECONDS + 1.5)
         frame = self.desk.frame()
-        self.assertTrue(frame.caption.startswith(PRODUCT), frame.caption)
+        self.assertEqual("You have the most recent version of the Kivandra.", frame.caption)
         page = frame.page()
         wait_until(lambda: page.address, "the first page has an address")
         self.assertIn("kivandra.localhost", page.address)

@@ -173,6 +173,19 @@ TEST(SoupInetTest, EndsOnceItIsNotWanted) {
   EXPECT_EQ(Problem(mute.Url("/"), {}, [&] { return wanted; }), "The file is not wanted any more.");
 }
 
+TEST(SoupInetTest, AFileThatIsThereByTheTimeItIsNotWantedIsNotGiven) {
+  RawServer server(Always(HttpAnswer("1.4.5")));
+  // The event that takes the wish away lasts for as long as other files need: the file has come by its end.
+  EXPECT_EQ(Problem(server.Url("/"), {},
+                    [&] {
+                      for (int i = 0; i < 3; ++i) {
+                        EXPECT_EQ(SoupInet().OpenURL(server.Url("/other"), {}), "1.4.5");
+                      }
+                      return false;
+                    }),
+            "The file is not wanted any more.");
+}
+
 TEST(SoupInetTest, AFetchInsideAFetchWorks) {
   RawServer server(Always(HttpAnswer("1.4.5")));
   SoupInet inet;

@@ -59,8 +59,8 @@ TEST_F(ShellTest, WhereTheDesktopHasNothingNothingIsSaid) {
 }
 
 TEST_F(ShellTest, StartsNothingThatItDoesNotKnow) {
-  for (const char* command :
-       {"", "sh", "/bin/sh", "notepad.exe /etc/passwd", "CALC.EXE", "rundll32.exe shell32.dll"}) {
+  for (const char* command : {"", "sh", "/bin/sh", "notepad.exe /etc/passwd", "CALC.EXE",
+                              "rundll32.exe shell32.dll", "update.exe"}) {
     EXPECT_THROW(shell.Shell(command, kNormalFocus), PlatformError) << command;
   }
 }

@@ -13,6 +13,7 @@ namespace {
 
 /// How much is read before the event loop has its turn.
 constexpr gsize kPieceBytes = 64 * 1024;
+constexpr const char* kNotWanted = "The file is not wanted any more.";
 
 template <typename T>
 struct Unref {
@@ -161,7 +162,10 @@ std::string SoupInet::OpenURL(const std::string& url, const std::function<bool()
   while (!fetch->Ended()) {
     g_main_context_iteration(nullptr, TRUE);
     // Whatever the event was, it may have taken away what the file is for.
-    if (wanted && !wanted()) fetch->End("The file is not wanted any more.");
+    if (wanted && !wanted()) {
+      fetch->End(kNotWanted);
+      throw PlatformError(kInvalidCall, kNotWanted);  // even if the last byte has just come
+    }
   }
   return fetch->TakeBody();
 }

@@ -13,7 +13,7 @@ namespace kivandra::linux_impl {
 
 /// What bounds the fetch of a file.
 struct InetLimits {
-  std::chrono::milliseconds silence{30000};            ///< without a byte
+  std::chrono::milliseconds silence{10000};            ///< without a byte; a start may wait for it
   std::chrono::milliseconds time{600000};              ///< from the call to the last byte
   std::size_t bytes = std::size_t{256} * 1024 * 1024;  ///< of the body
 };

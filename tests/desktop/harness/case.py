@@ -13,7 +13,7 @@ from . import answers, pages, processes
 from .accessibility import Accessibility, Gone
 from .display import Display
 from .hands import Hands
-from .program import Home, Program
+from .program import BINARY, Home, Program
 from .server import Server
 from .waiting import PATIENCE, wait_until
 from .windows import BLOCKED, FRAME_ADDRESS, Frame, Window
@@ -117,10 +117,10 @@ def seed():
 class LoudTest(unittest.TestCase):
     """A test of a program that may not complain: a warning of the toolkit fails the test that caused it."""
 
-    def start(self, home=None, arguments=(), environment=()):
+    def start(self, home=None, arguments=(), environment=(), binary=BINARY):
         """Starts a program that ends with this test; gives its desk."""
         home = home or self.new_home()
-        program = Program(display(), home, arguments, environment)
+        program = Program(display(), home, arguments, environment, binary)
         desk = Desk(program)
         self.addCleanup(self._end, program, desk)
         return desk

@@ -132,7 +132,7 @@ Program FindDesktopProgram(DesktopProgram program) {
 
 void StartDesktopProgram(const Program& program) {
   const auto context = Gdk::Display::get_default()->get_app_launch_context();
-  for (const char* name : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "GSK_RENDERER", "GTK_A11Y"}) {
+  for (const char* name : kOwnStart) {
     context->unsetenv(name);
   }
   try {

@@ -3,7 +3,13 @@
 
 #include <gtkmm.h>
 
+#include <array>
+
 namespace kivandra::gtk {
+
+/// Names in the environment that tell how this program itself was started, and mean nothing to another.
+inline constexpr std::array kOwnStart{"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "GSK_RENDERER",
+                                      "GTK_A11Y"};
 
 /// The outside programs that the menus and tools offer.
 enum class DesktopProgram { Notepad, Wordpad, Calculator, Volume };

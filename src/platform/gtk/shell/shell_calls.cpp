@@ -9,6 +9,7 @@
 #include "platform/gtk/forms/form_loader.h"
 #include "platform/gtk/guard.h"
 #include "platform/gtk/shell/desktop_programs.h"
+#include "platform/gtk/shell/program_file.h"
 #include "platform/gtk/web/find_bar.h"
 #include "platform/platform_error.h"
 
@@ -16,6 +17,7 @@ namespace kivandra::gtk {
 namespace {
 
 constexpr std::string_view kOptions = "rundll32.exe shell32.dll,Control_RunDLL inetcpl.cpl,,";
+constexpr const char* kUpdater = "/update.exe";
 constexpr long kFileNotFound = 53;
 
 struct KnownProgram {
@@ -49,6 +51,10 @@ void GtkShellCalls::Shell(const std::string& commandLine, int /*windowStyle*/) {
       }
       return;
     }
+  }
+  if (commandLine == forms_.AssetsDirectory() + kUpdater) {
+    StartProgramFile(commandLine);
+    return;
   }
   throw PlatformError(kFileNotFound, "There is no program for " + commandLine);
 }

@@ -12,9 +12,10 @@ class FormLoader;
 
 /// Outside programs as the desktop knows them, and a window of our own for the system's Internet options.
 ///
-/// Known command lines: "notepad.exe", "Wordpad", "calc.exe", "sndvol32.exe", and
-/// "rundll32.exe shell32.dll,Control_RunDLL inetcpl.cpl,,N" with the number of a page. Nothing else is ever
-/// started.
+/// Known command lines: "notepad.exe", "Wordpad", "calc.exe", "sndvol32.exe",
+/// "rundll32.exe shell32.dll,Control_RunDLL inetcpl.cpl,,N" with the number of a page, and the full path of
+/// the file "update.exe" beside the program. Nothing else is ever started. The window style is the started
+/// program's own affair: no desktop here lets one program show another's window minimised.
 class GtkShellCalls : public ShellCalls {
  public:
   GtkShellCalls(const FormLoader& forms, PictureChoice pictures);
