@@ -77,7 +77,7 @@ class FirstRun(LoudTest):
         wait_until(lambda: not splash.open(), "the splash goes")
         lasted = time.monotonic() - shown
         self.assertGreater(lasted, SPLASH_SECONDS - 0.5)
-        self.assertLess(lasted, SPLASH_SECONDS + 1.5)
+        self.assertLess(lasted, SPLASH_SECONDS + 4)  # the frame is loaded before anybody is answered again
         frame = self.desk.frame()
         self.assertEqual("You have the most recent version of the Kivandra.", frame.caption)
         page = frame.page()
