@@ -59,7 +59,8 @@ std::string CommandOf(const std::string& path) {
   gchar** words = nullptr;
   std::string command;
   if (line != nullptr && g_shell_parse_argv(line, nullptr, &words, nullptr) == TRUE) {
-    command = words[0];
+    const bool behindEnv = std::string_view(words[0]) == "env" && words[1] != nullptr;
+    command = words[behindEnv ? 1 : 0];
     for (std::size_t at = 0; (at = command.find("%%", at)) != std::string::npos; ++at) {
       command.erase(at, 1);
     }
@@ -87,7 +88,7 @@ bool Starts(const std::string& command) {
 
 }  // namespace
 
-std::string ExecWord(const std::string& path) {
+std::string ExecCommand(const std::string& path) {
   constexpr std::string_view kPlain =
       "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+:@,-%";
   const bool plain = path.find_first_not_of(kPlain) == std::string::npos;
@@ -100,7 +101,10 @@ std::string ExecWord(const std::string& path) {
     }
     word += c;
   }
-  return Value(plain ? word : '"' + word + '"');
+  // Some desktops look for an entry's program before they read the doubled percent sign: there it stands
+  // behind a program that they find.
+  const char* before = path.find('%') == std::string::npos ? "" : "env ";
+  return before + Value(plain ? word : '"' + word + '"');
 }
 
 void OfferDesktopEntry(const std::string& command, const std::string& icon) {
@@ -108,7 +112,7 @@ void OfferDesktopEntry(const std::string& command, const std::string& icon) {
     return;
   }
   std::string text(kDesktopEntry);
-  Replace(text, "@KIVANDRA_OPEN@", ExecWord(command));
+  Replace(text, "@KIVANDRA_OPEN@", ExecCommand(command));
   if (!icon.empty()) {
     Replace(text, "Icon=kivandra", "Icon=" + Value(icon));
   }

@@ -8,8 +8,8 @@ namespace kivandra::linux_impl {
 /// Name of this program's desktop entry.
 inline constexpr const char* kDesktopEntryName = "org.kivandra.Kivandra.desktop";
 
-/// A program's path as the word of an Exec line.
-[[nodiscard]] std::string ExecWord(const std::string& path);
+/// A program's path as the beginning of an Exec line.
+[[nodiscard]] std::string ExecCommand(const std::string& path);
 
 /// Sees to it that the entry which the desktop finds starts `command`: the machine's own if it does, else one
 /// written for this user. `icon` is the picture of the written one, or empty. Throws PlatformError if it
