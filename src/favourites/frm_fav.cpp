@@ -15,6 +15,8 @@
 namespace kivandra {
 namespace {
 
+/// Below the menus of a frame that fills the screen.
+constexpr Twips kTop = 1800;
 /// So long a window that does not come yet is no surprise.
 constexpr std::chrono::milliseconds kPatience{400};
 /// Between two signs of life.
@@ -40,6 +42,7 @@ void frmFav::Form_Load() {
   attempt([&] { form_->Get<SkinForm>("SkinForm1").SetSkinFile(SkinFile); });
   attempt([&] { services_.events.DoEvents(); });
   attempt([&] { form_->SetLeft((services_.forms.ScreenWidth() - form_->Width()) / 2); });
+  attempt([&] { form_->SetTop(kTop); });
   nextLook_ = services_.clock() + kPatience;
   LoadFavorites();
   if (givenUp_) {

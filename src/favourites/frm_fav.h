@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/event_loop.h"
 #include "platform/file_calls.h"
@@ -26,7 +27,7 @@ class frmFav : public FormEvents {
     const SystemInfo& system;
     std::function<std::chrono::steady_clock::time_point()> clock = &std::chrono::steady_clock::now;
   };
-  explicit frmFav(const Services& services) : services_(services) {}
+  explicit frmFav(Services services) : services_(std::move(services)) {}
   ~frmFav() override;
   frmFav(const frmFav&) = delete;
   frmFav& operator=(const frmFav&) = delete;

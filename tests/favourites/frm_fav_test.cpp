@@ -66,6 +66,13 @@ TEST_F(FrmFavTest, AnEmptyFolderIsARootWithItsNameAndImages) {
   EXPECT_TRUE(tree.nodes[0].expanded);
 }
 
+TEST_F(FrmFavTest, ItStandsInTheMiddleOfTheScreenBelowTheMenus) {
+  Open([&] {
+    EXPECT_EQ(Pane().left, (world.forms.ScreenWidth() - Pane().width) / 2);
+    EXPECT_EQ(Pane().top, 1800);
+  });
+}
+
 TEST_F(FrmFavTest, AFavouriteIsALeafWithItsAddress) {
   Put("Otters.url", "http://www.otters.org/");
   const auto& node = Opened().At("Otters");

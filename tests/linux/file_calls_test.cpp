@@ -79,6 +79,13 @@ TEST(FileCalls, WhatIsNoFileCannotBeReadAndHoldsNothingUp) {
   }
 }
 
+TEST(FileCalls, AFileThatMemoryMayNotHoldIsNotReadAtAll) {
+  const tests::TemporaryFolder folder;
+  folder.Write("huge", "");
+  std::filesystem::resize_file(folder.Path("huge"), 100'000'000'000);  // takes no room on the disk
+  EXPECT_THROW((void)LinuxFileCalls().ReadFile(folder.Path("huge")), PlatformError);
+}
+
 TEST(FileCalls, WritesAFileWholeForItsOwnerAlone) {
   const tests::TemporaryFolder folder;
   const std::string day = folder.Path("day.rtf");

@@ -25,6 +25,9 @@ constexpr long kFileNotFound = 53;
 constexpr long kPermissionDenied = 70;
 constexpr long kPathFileAccess = 75;
 
+/// A file is held in memory whole; far more than anything that the program reads.
+constexpr off_t kLargestFile = 256 * 1024 * 1024;
+
 long NumberOf(int error) {
   switch (error) {
     case ENOENT:
@@ -142,6 +145,9 @@ std::string LinuxFileCalls::ReadFile(const std::string& path) const {
   }
   if (!S_ISREG(entry.st_mode)) {
     throw PlatformError(kPathFileAccess, "Cannot read " + path + ": it is not a file");
+  }
+  if (entry.st_size > kLargestFile) {
+    throw PlatformError(kPathFileAccess, "Cannot read " + path + ": it is too large");
   }
   std::string bytes(static_cast<std::size_t>(entry.st_size), '\0');
   std::size_t filled = 0;
