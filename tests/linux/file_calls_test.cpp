@@ -156,6 +156,7 @@ TEST(FileCalls, RenamesAFileAndTakesNobodysPlace) {
   folder.Write("b", "second");
   EXPECT_THROW(LinuxFileCalls().Name(folder.Path("a"), folder.Path("b")), PlatformError);
   EXPECT_THROW(LinuxFileCalls().Name(folder.Path("missing"), folder.Path("c")), PlatformError);
+  EXPECT_THROW(LinuxFileCalls().Name(folder.Path("a"), ""), PlatformError) << "no name is no place";
   EXPECT_EQ(Contents(folder.Path("b")), "second");
   LinuxFileCalls().Name(folder.Path("a"), folder.Path("c"));
   EXPECT_EQ(Contents(folder.Path("c")), "first");

@@ -143,5 +143,31 @@ TEST_F(DefaultBrowserTest, EachWriteThatFailsIsSkippedByItself) {
   }
 }
 
+/// A tree on whose machine part this user may write nothing.
+struct TreeOfOthers : fakes::MemoryRegistry {
+  using fakes::MemoryRegistry::MemoryRegistry;
+  long RegCreateKeyExA(HKEY key, const std::string& path, std::uint32_t access, HKEY& result,
+                       std::uint32_t& disposition) override {
+    if (key == HKEY_LOCAL_MACHINE) {
+      ++refused;
+      return ERROR_ACCESS_DENIED;
+    }
+    return fakes::MemoryRegistry::RegCreateKeyExA(key, path, access, result, disposition);
+  }
+  int refused = 0;
+};
+
+TEST_F(DefaultBrowserTest, WithoutRightsOnTheMachinesPartItsWritesAreLostWithoutAWord) {
+  TreeOfOthers tree(&journal);
+  boxes.Expect(kClosing);
+  SetAsDefaultBrowser({tree, boxes, system, desktop});
+  EXPECT_GT(tree.refused, 0);
+  EXPECT_FALSE(tree.Has(HKEY_LOCAL_MACHINE, "KVD"));
+  EXPECT_FALSE(tree.Has(HKEY_LOCAL_MACHINE, "http"));
+  EXPECT_EQ(tree.Text(HKEY_CLASSES_ROOT, "https\\shell\\open\\command", ""), "/opt/kivandra/kivandra.exe %1");
+  EXPECT_EQ(tree.Text(HKEY_CLASSES_ROOT, ".htm", ""), "KVD");
+  EXPECT_TRUE(journal.Has("Register"));
+}
+
 }  // namespace
 }  // namespace kivandra

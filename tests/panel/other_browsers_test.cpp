@@ -81,6 +81,20 @@ TEST_F(OtherBrowsersTest, AnAbsentKeyRenamesNothing) {
   EXPECT_EQ(files.files.size(), 1U);
 }
 
+TEST_F(OtherBrowsersTest, AMachineWithoutTheKeysKeepsItsFilesAndTheBoxesAreStored) {
+  ASSERT_EQ(registry.RegDeleteKeyA(HKEY_CLASSES_ROOT, kExplorerKey), ERROR_SUCCESS);
+  ASSERT_EQ(registry.RegDeleteKeyA(HKEY_LOCAL_MACHINE, kNetscapeKey), ERROR_SUCCESS);
+  const std::map<std::string, std::string> before{{kExplorer, "ie"}, {kNetscape, "ns"}};
+  files.files = {before.begin(), before.end()};
+  for (const std::string ticked : {"1", "0"}) {
+    SetExplorer(ticked);
+    SetNetscape(ticked);
+    EXPECT_EQ((std::map<std::string, std::string>{files.files.begin(), files.files.end()}), before) << ticked;
+    EXPECT_EQ(registry.Setting("P_IE"), ticked);
+    EXPECT_EQ(registry.Setting("P_NS"), ticked);
+  }
+}
+
 TEST_F(OtherBrowsersTest, ANameInAnotherCaseIsRestoredByTheLastStep) {
   const std::string path = "/programs/NETSCP6.EXE";
   registry.Put(HKEY_LOCAL_MACHINE, kNetscapeKey, "", path);
