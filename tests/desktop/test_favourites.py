@@ -144,7 +144,8 @@ class Pane(FavouritesTest):
         self.too_deep_to_read()
         pane = self.open_pane()
         with self.subTest("each is shown once, by its name"):
-            self.wait_rows(pane, "beside", "big", "caf\ufffd", "Capitals", DEEP_NAME, "Goes on", "latin", "ring", "wide")
+            self.wait_rows(pane, "beside", "big", "caf\ufffd", "Capitals", DEEP_NAME, "Goes on", "latin", "ring",
+                           "wide")
         with self.subTest("a text of two bytes a character has no address"):
             self.click_row(pane, "wide")
             wait_until(lambda: len([name for name in self.rows(pane) if name == "wide"]) == 2, "the folder opens")

@@ -309,6 +309,17 @@ TEST_F(TreeViewTest, AssistiveToolsAreToldItsNodes) {
   EXPECT_TRUE(gtk_test_accessible_has_state(GTK_ACCESSIBLE(row.gobj()), GTK_ACCESSIBLE_STATE_EXPANDED));
 }
 
+TEST_F(TreeViewTest, AnArrowThatIsClickedWhileTheTreeIsFilledFurtherHoldsNothingUp) {
+  Fill();
+  tree->SetSelectedNode(inner);
+  EXPECT_TRUE(Sees({"Root", "Folder", "Inner", "Other", "Empty", "Leaf"}));
+  tree->OnNodeSelect([this](int) { Add(folder, "Late"); });  // the arrow moves the cursor, then closes
+  Click(Arrow(folder));
+  EXPECT_TRUE(Sees({"Root", "Folder", "Empty", "Leaf"}));
+  Click(Arrow(folder));
+  EXPECT_TRUE(Sees({"Root", "Folder", "Inner", "Other", "Late", "Empty", "Leaf"}));
+}
+
 TEST_F(TreeViewTest, ItsWindowMayCloseInItsClick) {
   Fill();
   tree->OnNodeClick([this](int) { form->Unload(); });
