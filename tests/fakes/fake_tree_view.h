@@ -78,6 +78,7 @@ class FakeTreeView : public FakeControl, public TreeView {
   }
   [[nodiscard]] int SelectedNode() const override { return Say("SelectedNode"), selected; }
   void SetSelectedNode(int node) override {
+    (void)Of(node);
     Say("SelectedNode = " + std::to_string(node));
     selected = node;
   }

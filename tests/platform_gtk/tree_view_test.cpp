@@ -2,6 +2,7 @@
 // The tree: what a person sees of it and does with it.
 #include "platform/tree_view.h"
 
+#include "contract/tree_view_contract.h"
 #include "platform/gtk/controls/tree_row.h"
 #include "platform_gtk/control_test.h"
 
@@ -106,40 +107,9 @@ class TreeViewTest : public ControlTest {
   Journal told;
 };
 
-TEST_F(TreeViewTest, KeepsWhatItIsGiven) {
-  const int one = tree->AddNode(0, "Root", "/home/kid");
-  const int two = tree->AddNode(one, {}, "caf\xE9");
-  tree->SetTag(two, "http://x/");
-  EXPECT_EQ(one, 1);
-  EXPECT_EQ(two, 2);
-  EXPECT_EQ(tree->NodeCount(), 2);
-  EXPECT_EQ(tree->Children(one), 1);
-  EXPECT_EQ(tree->Children(two), 0);
-  EXPECT_EQ(tree->Text(two), "caf\xE9");
-  EXPECT_EQ(tree->Tag(one), "");
-  EXPECT_EQ(tree->Tag(two), "http://x/");
-  EXPECT_EQ(tree->FullPath(one), "/home/kid");
-  EXPECT_EQ(tree->FullPath(two), "/home/kid\\caf\xE9");
-  EXPECT_EQ(tree->SelectedNode(), 0);
-  tree->Clear();
-  EXPECT_EQ(tree->NodeCount(), 0);
-  EXPECT_EQ(tree->AddNode(0, "Root", "again"), 1);
-}
+TEST_F(TreeViewTest, KeepsWhatItIsGiven) { contract::TreeKeepsWhatItIsGiven(*tree); }
 
-TEST_F(TreeViewTest, ANumberOrAKeyThatCannotBeIsAnError) {
-  tree->AddNode(0, "Root", "r");
-  EXPECT_THROW(tree->AddNode(0, "Root", "s"), PlatformError);
-  EXPECT_EQ(tree->NodeCount(), 1);
-  for (const int node : {-1, 0, 2}) {
-    EXPECT_THROW((void)tree->Text(node), PlatformError);
-    EXPECT_THROW(tree->SetText(node, "x"), PlatformError);
-    EXPECT_THROW(tree->SetTag(node, "x"), PlatformError);
-    EXPECT_THROW(tree->SetExpanded(node, true), PlatformError);
-    EXPECT_THROW(tree->SetSelectedNode(node), PlatformError);
-    EXPECT_THROW((void)tree->FullPath(node), PlatformError);
-  }
-  EXPECT_THROW(tree->AddNode(7, {}, "x"), PlatformError);
-}
+TEST_F(TreeViewTest, ANumberOrAKeyThatCannotBeIsAnError) { contract::TreeRefusesWhatCannotBe(*tree); }
 
 TEST_F(TreeViewTest, ShowsWhatIsOpenInTheOrderOfAddingOrSorted) {
   Fill();
