@@ -39,23 +39,17 @@ GDBusConnection* Connect() {
   return answer.bus;
 }
 
-/// For the engine, which starts a helper on this address with each of its processes.
-void ForgetAddress() { g_unsetenv("DBUS_SESSION_BUS_ADDRESS"); }
-
 }  // namespace
 
 void SettleSessionBus() {
   // Kept for the life of the process: GLib has one connection for all, and the next who asks gets this one.
   GDBusConnection* bus = Connect();
   if (bus == nullptr) {
-    ForgetAddress();
+    g_unsetenv("DBUS_SESSION_BUS_ADDRESS");
     g_setenv("GTK_A11Y", "none", TRUE);
     return;
   }
   g_dbus_connection_set_exit_on_close(bus, FALSE);
-  g_signal_connect(bus, "closed",
-                   G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer) { ForgetAddress(); }),
-                   nullptr);
 }
 
 }  // namespace kivandra::linux_impl
