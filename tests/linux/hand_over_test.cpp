@@ -26,6 +26,12 @@ TEST(AddressOf, AnAddressStaysAsItIs) {
   }
 }
 
+TEST(AddressOf, BytesThatAreNoTextAreEscaped) {
+  EXPECT_EQ(AddressOf("http://x/ä"), "http://x/ä");
+  EXPECT_EQ(AddressOf("http://x/a\xE4?b=%20"), "http://x/a%E4?b=%20");
+  EXPECT_EQ(AddressOf("/a\xE4.html"), "file:///a%E4.html");
+}
+
 TEST(AddressOf, APathOfAFileBecomesAFileAddress) {
   const TemporaryFolder folder;
   folder.Write("two words#1%.html", "");
