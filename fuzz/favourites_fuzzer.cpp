@@ -3,36 +3,18 @@
 // name that every system takes and that is a favourite's; what is written is read back.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "favourites/favourite_file.h"
-#include "support/unicode.h"
+#include "must.h"
 
 namespace {
 
 using namespace kivandra;
+using namespace kivandra::fuzz;
 
 constexpr std::size_t kLongestName = 255;  // of a file, in bytes: NAME_MAX of limits.h
-
-void Must(bool holds, const char* what) {
-  if (!holds) {
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-  }
-}
-
-bool IsSound(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t before = at;
-    if (DecodeUtf8(text, at) == kReplacementCharacter && at - before != 3) {
-      return false;
-    }
-  }
-  return true;
-}
 
 bool IsControl(char each) { return static_cast<unsigned char>(each) < 0x20 || each == 0x7F; }
 

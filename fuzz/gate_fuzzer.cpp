@@ -4,8 +4,6 @@
 // page.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -13,17 +11,12 @@
 #include "filter/gate.h"
 #include "filter/page_scan.h"
 #include "hosts.h"
+#include "must.h"
 
 namespace {
 
 using namespace kivandra;
-
-void Must(bool holds, const char* what) {
-  if (!holds) {
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-  }
-}
+using namespace kivandra::fuzz;
 
 bool Holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 

@@ -2,36 +2,14 @@
 // Rich text: whatever the bytes are, reading ends and gives sound UTF-8 or says that they are none; whatever
 // a text is, what is written of it is a document that reads back as the same text.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "must.h"
 #include "support/rich_text.h"
-#include "support/unicode.h"
-
-namespace {
 
 using namespace kivandra;
-
-void Must(bool holds, const char* what) {
-  if (!holds) {
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-  }
-}
-
-bool IsSound(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t before = at;
-    if (DecodeUtf8(text, at) == kReplacementCharacter && at - before != 3) {
-      return false;
-    }
-  }
-  return true;
-}
-
-}  // namespace
+using namespace kivandra::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);

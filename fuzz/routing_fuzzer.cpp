@@ -4,24 +4,17 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "browser/routing.h"
 #include "hosts.h"
+#include "must.h"
 
 namespace {
 
 using namespace kivandra;
-
-void Must(bool holds, const char* what) {
-  if (!holds) {
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-  }
-}
+using namespace kivandra::fuzz;
 
 /// Whether `part`, which has no capitals, stands in `text` in any case.
 bool Holds(std::string_view text, std::string_view part) {
