@@ -42,7 +42,7 @@ std::vector<std::string> Lists(const std::vector<std::string>& folders) {
   std::vector<std::string> lists;
   for (const std::string& folder : folders) {
     for (const std::string& name : ListNames()) {
-      lists.push_back(folder + "/" + name);
+      lists.push_back(std::string(folder).append("/").append(name));
     }
   }
   return lists;
@@ -90,7 +90,7 @@ std::vector<std::string> Entries(const KeyFile& file, const std::string& type) {
 bool IsThere(const std::string& entry) {
   std::error_code none;
   for (const std::string& folder : ApplicationFolders()) {
-    if (!entry.empty() && std::filesystem::exists(folder + "/" + entry, none)) {
+    if (!entry.empty() && std::filesystem::exists(std::filesystem::path(folder) / entry, none)) {
       return true;
     }
   }

@@ -2,9 +2,9 @@
 #include "platform/linux/tool_run.h"
 
 #include <gio/gio.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 
 namespace kivandra::linux_impl {
@@ -51,6 +51,7 @@ void Ended(GObject*, GAsyncResult* result, gpointer data) {
 
 ToolResult RunTool(const std::vector<std::string>& words, std::chrono::milliseconds most) {
   std::vector<const gchar*> pointers;
+  pointers.reserve(words.size() + 1);
   for (const std::string& word : words) {
     pointers.push_back(word.c_str());
   }
