@@ -7,7 +7,7 @@ import tempfile
 import unittest
 
 from harness import answers, pages
-from harness.case import LoudTest, first_run, seed
+from harness.case import LoudTest, display, first_run, seed
 from harness.hand_over import HandOver, offered
 from harness.server import Server
 from harness.settings import HOME_PAGE
@@ -48,6 +48,20 @@ class Starting(LoudTest):
         wait_until(lambda: self.server.asked(pages.mark("page")) or self.server.asked(pages.mark("other")),
                    "an address is shown")
         self.assertTrue(desk.program.runs(), "the program outlives the one that started it")
+
+    def test_a_forbidden_page_handed_to_a_program_that_just_starts_is_refused(self):
+        home = self.new_home(like=seed())
+        home.settings.write("URL", self.serve(), HOME_PAGE)
+        opener = HandOver(home, [self.server.serve("/bad", answers.page(pages.forbidden("bad")))])
+        self.addCleanup(opener.kill)
+        desk = opener.desk()
+        self.addCleanup(desk.close)
+        frame = desk.frame()
+        self.assertEqual(0, opener.wait_end(30), opener.voice())
+        self.server.wait_asked("/bad")
+        wait_until(frame.blocked, lambda: f"the page is refused; caption {frame.caption!r}")
+        stays_true(lambda: not self.server.asked(pages.mark("bad")) and not display().shows(pages.FORBIDDEN_COLOUR),
+                   "nothing of it is painted", QUIET_SECONDS)
 
     def test_a_program_that_is_closed_before_ends_the_waiting(self):
         opener, desk = self.opens(self.new_home(like=seed()))
