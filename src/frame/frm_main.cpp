@@ -23,7 +23,9 @@ frmMain::~frmMain() {
 }
 
 void frmMain::Load() {
-  if (form_ && form_->Loaded()) {
+  // A start that ran its events while the frame was being closed must not bring it back, with five unfiltered
+  // seconds more.
+  if (closing_ || (form_ && form_->Loaded())) {
     return;
   }
   form_ = services_.forms.Load("frmMain");
@@ -63,7 +65,11 @@ void frmMain::WireControls() {
   // handler.
 }
 
-void frmMain::SetVisible(bool visible) { Window().SetVisible(visible); }
+void frmMain::SetVisible(bool visible) {
+  if (!closing_) {
+    Window().SetVisible(visible);
+  }
+}
 
 Form& frmMain::Window() const {
   if (!form_) {

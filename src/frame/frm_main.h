@@ -64,9 +64,9 @@ class frmMain : public FormEvents {
   frmMain(const frmMain&) = delete;
   frmMain& operator=(const frmMain&) = delete;
 
-  /// Loads the window, hidden, and runs MDIForm_Load; does nothing if it is loaded. An error inside
-  /// MDIForm_Load ends it with one box, and the frame stays with what it has. Throws PlatformError if the
-  /// form itself can't be loaded.
+  /// Loads the window, hidden, and runs MDIForm_Load; does nothing if it is loaded or has been closed. An
+  /// error inside MDIForm_Load ends it with one box, and the frame stays with what it has. Throws
+  /// PlatformError if the form itself can't be loaded.
   void Load();
   void SetVisible(bool visible);
   [[nodiscard]] Form& Window() const;
