@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fakes/fake_services.h"
@@ -39,36 +42,92 @@ class DefaultBrowserTest : public testing::Test {
 
 constexpr const char* kClosing = "Please restart the computer to make all changes effective.";
 
-TEST_F(DefaultBrowserTest, WritesInItsOrderThenAsksTheDesktopThenSpeaks) {
+/// One write to the default value of a key.
+struct Written {
+  HKEY root;
+  std::string section;
+  std::string data;
+  bool operator==(const Written&) const = default;
+};
+
+void PrintTo(const Written& write, std::ostream* out) {
+  *out << (write.root == HKEY_CLASSES_ROOT    ? "classes "
+           : write.root == HKEY_LOCAL_MACHINE ? "machine "
+                                              : "elsewhere ")
+       << write.section << " = " << write.data;
+}
+
+/// Notes where each write goes.
+struct NotingTree : fakes::MemoryRegistry {
+  using fakes::MemoryRegistry::MemoryRegistry;
+  long RegCreateKeyExA(HKEY key, const std::string& path, std::uint32_t access, HKEY& result,
+                       std::uint32_t& disposition) override {
+    const long code = fakes::MemoryRegistry::RegCreateKeyExA(key, path, access, result, disposition);
+    opened[result] = {key, path};
+    return code;
+  }
+  long RegSetValueExA(HKEY key, const std::string& name, std::uint32_t type, const Bytes& data) override {
+    EXPECT_EQ(name, "") << "only default values";
+    EXPECT_EQ(type, REG_SZ);
+    const auto& [root, section] = opened[key];
+    writes.push_back({root, section, std::string(data.begin(), data.end() - (data.empty() ? 0 : 1))});
+    return fakes::MemoryRegistry::RegSetValueExA(key, name, type, data);
+  }
+  std::map<HKEY, std::pair<HKEY, std::string>> opened;
+  std::vector<Written> writes;
+};
+
+TEST_F(DefaultBrowserTest, WritesEachPlaceInItsOrderThenAsksTheDesktopThenSpeaks) {
+  NotingTree tree(&journal);
   boxes.Expect(kClosing);
-  Press();
+  SetAsDefaultBrowser({tree, boxes, system, desktop});
   const std::string exe = "\"/opt/kivandra/kivandra.exe\"";
   const std::string open = "/opt/kivandra/kivandra.exe %1";
-  std::vector<std::string> data;
+  std::vector<Written> expected;
   for (const std::string ending : {"HTM", "HTML"}) {
-    for (const std::string& text :
-         {"KVD." + ending, std::string("KVD"), std::string("&Open"), exe + " \"%1\"", exe + ",1"}) {
-      data.push_back(text);  // under each of the two roots
-      data.push_back(text);
+    const std::string name = "KVD." + ending;
+    for (const auto& [section, data] :
+         std::vector<std::pair<std::string, std::string>>{{"." + ending, name},
+                                                          {name, "KVD"},
+                                                          {name + R"(\shell\open)", "&Open"},
+                                                          {name + R"(\shell\open\command)", exe + " \"%1\""},
+                                                          {name + R"(\DefaultIcon)", exe + ",1"}}) {
+      expected.push_back({HKEY_CLASSES_ROOT, section, data});
+      expected.push_back({HKEY_LOCAL_MACHINE, R"(SOFTWARE\Classes\)" + section, data});
     }
   }
-  for (const std::string& text :
-       {open, open, std::string("KVD"), std::string("WWW_OpenURL"), open, std::string("KVD"),
-        // and under the root of classes
-        open, open, std::string("KVD"), std::string("WWW_OpenUrl"), std::string("KVD"), std::string("KVD"),
-        std::string("&Open KVD"), open, std::string("KVD"), open, open, std::string("&Open KVD"), open,
-        std::string("KVD"), open, open, std::string("KVD"), open, open, std::string("KVD")}) {
-    data.push_back(text);
-  }
-  std::vector<std::string> expected;
-  for (const std::string& text : data) {
-    expected.push_back("Write  = " + text);
-  }
-  expected.emplace_back("Register");
-  std::vector<std::string> lines = journal.lines;
-  lines.resize(std::min(lines.size(), expected.size()));
-  EXPECT_EQ(lines, expected);
-  EXPECT_EQ(journal.lines.size(), expected.size() + 1) << "and the box";
+  const std::vector<Written> then{
+      {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\command)", open},
+      {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\command\ddeexec)", open},
+      {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\ddeexec\Application)", "KVD"},
+      {HKEY_LOCAL_MACHINE, R"(KVD\shell\open\ddeexec\topic)", "WWW_OpenURL"},
+      {HKEY_LOCAL_MACHINE, R"(http\shell\open\command)", open},
+      {HKEY_LOCAL_MACHINE, R"(http\shell\open\ddeexec\Application)", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(KVD\shell\open\command)", open},
+      {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", open},
+      {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(KVD\shell\open\ddeexec)", "WWW_OpenUrl"},
+      {HKEY_CLASSES_ROOT, ".htm", "KVD"},
+      {HKEY_CLASSES_ROOT, ".html", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(http\shell\open)", "&Open KVD"},
+      {HKEY_CLASSES_ROOT, R"(http\shell\open)", open},
+      {HKEY_CLASSES_ROOT, R"(http\shell\open\ddeexec\Application)", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(http\DefaultIcon)", open},
+      {HKEY_CLASSES_ROOT, R"(http\shell\open\command)", open},
+      {HKEY_CLASSES_ROOT, R"(https\shell\open)", "&Open KVD"},
+      {HKEY_CLASSES_ROOT, R"(https\shell\open)", open},
+      {HKEY_CLASSES_ROOT, R"(https\shell\open\ddeexec\Application)", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(https\DefaultIcon)", open},
+      {HKEY_CLASSES_ROOT, R"(https\shell\open\command)", open},
+      {HKEY_CLASSES_ROOT, R"(ftp\shell\open\ddeexec\Application)", "KVD"},
+      {HKEY_CLASSES_ROOT, R"(ftp\shell\open\command)", open},
+      {HKEY_CLASSES_ROOT, R"(gopher\shell\open\command)", open},
+      {HKEY_CLASSES_ROOT, R"(gopher\shell\open\ddeexec\Application)", "KVD"},
+  };
+  expected.insert(expected.end(), then.begin(), then.end());
+  EXPECT_EQ(tree.writes, expected);
+  ASSERT_EQ(journal.lines.size(), expected.size() + 2) << "and the desktop, and the box";
+  EXPECT_EQ(journal.lines[expected.size()], "Register");
 }
 
 TEST_F(DefaultBrowserTest, LeavesBehindWhatTheLastWriteToEachPlaceSays) {
