@@ -13,7 +13,7 @@ namespace {
 struct Running {
   GSubprocess* process;
   GCancellable* cancel;
-  pid_t group;
+  pid_t group;  ///< 0 if the tool had ended before it could be asked
   ToolResult result;
   bool late = false;
   bool over = false;
@@ -22,7 +22,9 @@ struct Running {
 gboolean TooLate(gpointer data) {
   auto* running = static_cast<Running*>(data);
   running->late = true;
-  kill(-running->group, SIGKILL);
+  if (running->group > 0) {  // 0 would be this program's own group
+    kill(-running->group, SIGKILL);
+  }
   g_cancellable_cancel(running->cancel);
   return G_SOURCE_CONTINUE;
 }
