@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -73,7 +74,7 @@ class HandOverTest : public testing::Test {
   std::string Open(const std::string& script, const std::string& address = "http://example.org/") {
     folder.Write("kivandra", "#!/bin/sh\necho started >> " + folder.Path("starts") + "\n" + script + "\n");
     std::filesystem::permissions(folder.Path("kivandra"), std::filesystem::perms::owner_all);
-    return HandOver(address, {folder.Path("kivandra"), [this] { return others-- > 0; }});
+    return HandOver(address, {folder.Path("kivandra"), [this] { return others-- > 0; }, mostForAnother});
   }
   [[nodiscard]] int Starts() const {
     std::ifstream file(folder.Path("starts"));
@@ -86,6 +87,7 @@ class HandOverTest : public testing::Test {
 
   TemporaryFolder folder;
   int others = 0;  ///< so often another instance is found running
+  std::chrono::milliseconds mostForAnother = kMostForAnotherInstance;
 };
 
 TEST_F(HandOverTest, AProgramThatFailsEndsTheWaiting) {
@@ -106,6 +108,24 @@ TEST_F(HandOverTest, WhileAnotherInstanceStartsNoneIsStartedAndAfterItsEndOne) {
   EXPECT_EQ(Open("exit 0"), "The program was closed before it could open the address.");
   EXPECT_EQ(Starts(), 1);
   EXPECT_LT(others, 0);
+}
+
+TEST_F(HandOverTest, AnotherInstanceThatStaysOffTheBusIsGivenUpInTheEndAndNoneIsStarted) {
+  const PrivateBus bus;
+  others = 1'000'000;
+  mostForAnother = std::chrono::milliseconds(1200);
+  const auto began = std::chrono::steady_clock::now();
+  EXPECT_EQ(Open("exit 0"), "The running program can't be reached on this session bus.");
+  EXPECT_GE(std::chrono::steady_clock::now() - began, mostForAnother);
+  EXPECT_EQ(Starts(), 0);
+  EXPECT_GT(others, 0);
+}
+
+TEST_F(HandOverTest, AProgramThatThisCommandHasStartedIsWaitedForWithoutEnd) {
+  const PrivateBus bus;
+  mostForAnother = std::chrono::milliseconds(1);
+  EXPECT_EQ(Open("sleep 2; exit 0"), "The program was closed before it could open the address.");
+  EXPECT_EQ(Starts(), 1);
 }
 
 TEST_F(HandOverTest, AProgramThatIsNotThereIsTold) {

@@ -5,8 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -132,6 +134,8 @@ std::string HandOver(const std::string& address, const HandOverPlan& plan) {
   std::string problem;
   // Another instance was there when ours looked, so ours ended at once.
   bool other = false;
+  using Clock = std::chrono::steady_clock;
+  std::optional<Clock::time_point> otherSince;
   for (;;) {
     const AutomationClient::Answer answer = bus.Open(address);
     if (answer == AutomationClient::Answer::kTaken) {
@@ -148,11 +152,18 @@ std::string HandOver(const std::string& address, const HandOverPlan& plan) {
     if (!child.Runs()) {
       if (plan.runs()) {
         other = true;
+        if (!otherSince) {
+          otherSince = Clock::now();
+        } else if (Clock::now() - *otherSince >= plan.mostForAnother) {
+          problem = "The running program can't be reached on this session bus.";
+          break;
+        }
       } else if (child.Started() && !other) {
         problem = "The program was closed before it could open the address.";
         break;
       } else {
         other = false;
+        otherSince.reset();
         problem = child.Start(plan.program);
         if (!problem.empty()) {
           break;
