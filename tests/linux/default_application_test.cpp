@@ -146,7 +146,7 @@ TEST_F(DefaultApplicationTest, WhatElseStandsInTheListStays) {
   EXPECT_EQ(Register(), "");
   const std::string list = Read(kList);
   for (const char* line : {"# mine\n", "image/png=other.desktop\n", "text/plain=other.desktop;\n",
-                           "text/html=org.kivandra.Kivandra.desktop;\n"}) {
+                           "text/html=org.kivandra.Kivandra.desktop;other.desktop;\n"}) {
     EXPECT_NE(list.find(line), std::string::npos) << line << " in " << list;
   }
 }

@@ -3,7 +3,9 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <sstream>
@@ -87,14 +89,61 @@ std::vector<std::string> Entries(const KeyFile& file, const std::string& type) {
   return entries;
 }
 
+/// The places inside a folder of entries that a name may mean: a "-" of it may stand for a folder, so that
+/// "kde4-x.desktop" is also "kde4/x.desktop".
+std::vector<std::string> PlacesOf(std::string entry) {
+  if (entry.empty() || entry.find('/') != std::string::npos) {
+    return {};
+  }
+  std::vector<std::string> places{entry};
+  for (std::size_t at = entry.find('-'); at != std::string::npos; at = entry.find('-', at)) {
+    entry[at] = '/';
+    places.push_back(entry);
+  }
+  return places;
+}
+
 bool IsThere(const std::string& entry) {
   std::error_code none;
   for (const std::string& folder : ApplicationFolders()) {
-    if (!entry.empty() && std::filesystem::exists(std::filesystem::path(folder) / entry, none)) {
-      return true;
+    for (const std::string& place : PlacesOf(entry)) {
+      if (std::filesystem::is_regular_file(std::string(folder).append("/").append(place), none)) {
+        return true;
+      }
     }
   }
   return false;
+}
+
+/// Puts an entry before the others that the list has for a type.
+void PutFirst(const KeyFile& file, const std::string& type, const std::string& entry) {
+  std::vector<std::string> entries{entry};
+  for (const std::string& each : Entries(file, type)) {
+    if (!each.empty() && std::find(entries.begin(), entries.end(), each) == entries.end()) {
+      entries.push_back(each);
+    }
+  }
+  std::vector<const gchar*> texts;
+  texts.reserve(entries.size());
+  for (const std::string& each : entries) {
+    texts.push_back(each.c_str());
+  }
+  g_key_file_set_string_list(file.get(), kDefaults, type.c_str(), texts.data(), texts.size());
+}
+
+void SetInList(const std::string& path, const std::vector<std::string>& types, const std::string& entry) {
+  const KeyFile file = Load(path);
+  bool changed = false;
+  for (const std::string& type : types) {
+    // A list of one desktop is changed only where it stands in the way.
+    if (path.ends_with(std::string("/") + kListName) || !Entries(file, type).empty()) {
+      PutFirst(file, type, entry);
+      changed = true;
+    }
+  }
+  if (changed) {
+    Save(file, path);
+  }
 }
 
 }  // namespace
@@ -127,19 +176,19 @@ std::string DefaultFor(const std::string& type) {
 }
 
 void SetDefaultFor(const std::vector<std::string>& types, const std::string& entry) {
+  std::exception_ptr first;
   for (const std::string& path : Lists({UserConfigFolder()})) {
-    const KeyFile file = Load(path);
-    bool changed = false;
-    for (const std::string& type : types) {
-      // A list of one desktop is changed only where it stands in the way.
-      if (path.ends_with(std::string("/") + kListName) || !Entries(file, type).empty()) {
-        g_key_file_set_string(file.get(), kDefaults, type.c_str(), (entry + ";").c_str());
-        changed = true;
+    try {
+      SetInList(path, types, entry);
+    } catch (const PlatformError&) {
+      // One list that can't be changed keeps no other from it.
+      if (first == nullptr) {
+        first = std::current_exception();
       }
     }
-    if (changed) {
-      Save(file, path);
-    }
+  }
+  if (first != nullptr) {
+    std::rethrow_exception(first);
   }
 }
 

@@ -14,8 +14,9 @@ namespace kivandra::linux_impl {
 /// name none that is there.
 [[nodiscard]] std::string DefaultFor(const std::string& type);
 
-/// Writes an entry into the user's lists as the one for a type; whatever else stands there stays. Throws
-/// PlatformError if a list can't be read as one, or can't be written.
+/// Writes an entry into the user's lists as the first one for each type; what stood there before stays behind
+/// it. A list that can't be read as one, or can't be written, stays as it is and keeps no other from being
+/// written; the first such error is thrown at the end (PlatformError).
 void SetDefaultFor(const std::vector<std::string>& types, const std::string& entry);
 
 }  // namespace kivandra::linux_impl
