@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "favourites/favourite_file.h"
+#include "platform/tree_view.h"
 #include "support/attempt.h"
 
 namespace kivandra {
@@ -14,12 +15,13 @@ constexpr const char* kRootLabel = "Favorites";
 
 void AddFolders(const FileCalls& files, const FavoriteFolder& above, int depth,
                 std::vector<FavoriteFolder>& folders) {
-  if (depth > kDeepestFavoritesFolder) {
+  if (depth >= kDeepestFavoritesFolder) {
     return;
   }
   attempt([&] {
     for (const auto& folder : files.ListFolder(above.path).folders) {
-      if (!folder.link) {
+      const bool named = folder.name.find(TreeView::kPathSeparator) == std::string::npos;
+      if (!folder.link && named) {
         const FavoriteFolder found{above.label + "\\" + folder.name, above.path + "/" + folder.name};
         folders.push_back(found);
         AddFolders(files, found, depth + 1, folders);
@@ -66,6 +68,26 @@ std::string FolderOfTypedText(const std::string& root, const std::string& text) 
     at = end + 1;
   }
   return path;
+}
+
+bool IsShownFolder(const FileCalls& files, const std::string& root, const std::string& path) {
+  int depth = 1;
+  for (std::size_t at = root.size(); at < path.size(); ++depth) {
+    const std::size_t end = std::min(path.find('/', at + 1), path.size());
+    const std::string name = path.substr(at + 1, end - at - 1);
+    bool hidden = name.find(TreeView::kPathSeparator) != std::string::npos;
+    // What can't be listed is not there yet, or fails when the favourite is laid there.
+    attempt([&, above = path.substr(0, at)] {
+      const FolderListing listing = files.ListFolder(above);
+      hidden = hidden || std::any_of(listing.folders.begin(), listing.folders.end(),
+                                     [&](const auto& folder) { return folder.link && folder.name == name; });
+    });
+    if (hidden) {
+      return false;
+    }
+    at = end;
+  }
+  return depth <= kDeepestFavoritesFolder;
 }
 
 }  // namespace kivandra

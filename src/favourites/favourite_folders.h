@@ -16,8 +16,9 @@ struct FavoriteFolder {
   std::string path;
 };
 
-/// The favourites folder and all folders below it, each behind the one that holds it. Links are left out, and
-/// so is what can't be read.
+/// The favourites folder and all folders below it that the tree of the favourites enters, each behind the one
+/// that holds it. Links are left out, names with the tree's separator in them, what lies too deep, and what
+/// can't be read.
 [[nodiscard]] std::vector<FavoriteFolder> FavoriteFolders(const FileCalls& files, const std::string& root);
 
 /// Fills the list anew and shows the first folder.
@@ -29,5 +30,9 @@ void FillFolderList(ComboBox& box, const std::vector<FavoriteFolder>& folders);
 /// The path of the folder that a person has named by hand below `root`, in safe names: "News\Local", with or
 /// without "Favorites" in front. It need not be there.
 [[nodiscard]] std::string FolderOfTypedText(const std::string& root, const std::string& text);
+
+/// Whether the tree of the favourites enters this folder below `root`, or would if it were made: it does not
+/// lie too deep, no link leads to it, and no name on the way holds the tree's separator.
+[[nodiscard]] bool IsShownFolder(const FileCalls& files, const std::string& root, const std::string& path);
 
 }  // namespace kivandra

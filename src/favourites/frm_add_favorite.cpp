@@ -72,6 +72,16 @@ void frmAddFavorite::cmdOK_Click() {
   if (folder.empty()) {
     folder = FolderOfTypedText(root_, label);
   }
+  if (!IsShownFolder(services_.files, root_, folder)) {
+    attempt([&] {
+      services_.boxes.MsgBox(
+          "Your favorites would not show what lies in this folder, since it is a link or lies too deep. "
+          "Choose another folder.",
+          kMsgExclamation, kTitle);
+    });
+    attempt([&] { form->Get<ComboBox>("cboFolder").SetFocus(); });
+    return;
+  }
   if (!attempt([&] { services_.files.MakeFolder(folder); })) {
     attempt([&] { services_.boxes.MsgBox("The folder could not be made.", kMsgExclamation, kTitle); });
     return;

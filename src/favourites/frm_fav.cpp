@@ -162,13 +162,15 @@ void frmFav::SetFavoriteImages(TreeView& tvw) {
   int count = 0;
   attempt([&] { count = tvw.NodeCount(); });
   for (int node = 1; node <= count; ++node) {
-    if (tvw.Children(node) > 0) {
-      attempt([&] { tvw.SetImage(node, "ClosedFolder"); });
-      attempt([&] { tvw.SetExpandedImage(node, "OpenFolder"); });
-      attempt([&] { tvw.SetSorted(node, true); });
-    } else if (!tvw.Tag(node).empty()) {
-      attempt([&] { tvw.SetImage(node, "Leaf"); });
-    }
+    attempt([&] {
+      if (tvw.Children(node) > 0) {
+        attempt([&] { tvw.SetImage(node, "ClosedFolder"); });
+        attempt([&] { tvw.SetExpandedImage(node, "OpenFolder"); });
+        attempt([&] { tvw.SetSorted(node, true); });
+      } else if (!tvw.Tag(node).empty()) {
+        tvw.SetImage(node, "Leaf");
+      }
+    });
   }
 }
 

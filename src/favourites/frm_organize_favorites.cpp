@@ -45,10 +45,16 @@ void frmOrganizeFavorites::Form_Load() {
     form_->Get<Button>(name).OnClick([this, call = handler] { (this->*call)(); });
   }
   form_->Get<TreeView>("tvw").OnNodeSelect([this](int node) { tvw_NodeSelect(node); });
-  // Enter does what the button below the field does.
+  // In both fields Enter does what the button below does.
   form_->Get<TextBox>("txtName").OnKeyDown([this](int key) {
     if (key == kKeyReturn) {
       cmdRename_Click();
+    }
+    return key == kKeyReturn;
+  });
+  form_->Get<ComboBox>("cboFolder").OnKeyDown([this](int key) {
+    if (key == kKeyReturn) {
+      cmdMove_Click();
     }
     return key == kKeyReturn;
   });
@@ -137,17 +143,17 @@ void frmOrganizeFavorites::tvw_NodeSelect(int node) {
   }
 }
 
-void frmOrganizeFavorites::Rename(const Entry& entry, const std::string& newPath) {
-  const std::string path = entry.path;
+bool frmOrganizeFavorites::Rename(const std::string& path, const std::string& newPath) {
   if (newPath == path) {
-    return;
+    return true;
   }
-  const bool done = attempt([&] { services_.files.Name(path, newPath); });
-  Refresh(done ? newPath : path);
-  if (!done) {
+  if (!attempt([&] { services_.files.Name(path, newPath); })) {
     Tell("This could not be done. Perhaps there is already an entry \"" + NameIn(newPath) +
          "\" in that folder.");
+    return false;
   }
+  Refresh(newPath);
+  return true;
 }
 
 void frmOrganizeFavorites::cmdRename_Click() {
@@ -160,8 +166,11 @@ void frmOrganizeFavorites::cmdRename_Click() {
     Tell("Type the new name first.");
     return;
   }
-  Rename(*entry,
-         FolderOf(entry->path) + "/" + (entry->isFolder ? SafeFileName(text) : FavoriteFileName(text)));
+  const std::string path = entry->path;
+  const auto form = form_;
+  if (!Rename(path, FolderOf(path) + "/" + (entry->isFolder ? SafeFileName(text) : FavoriteFileName(text)))) {
+    attempt([&] { form->Get<TextBox>("txtName").SetFocus(); });  // what was typed stands there
+  }
 }
 
 void frmOrganizeFavorites::cmdMove_Click() {
@@ -176,7 +185,11 @@ void frmOrganizeFavorites::cmdMove_Click() {
     Tell("Choose one of the folders in the list.");
     return;
   }
-  Rename(*entry, folder + "/" + NameIn(entry->path));
+  const std::string path = entry->path;
+  const auto form = form_;
+  if (!Rename(path, folder + "/" + NameIn(path))) {
+    attempt([&] { form->Get<ComboBox>("cboFolder").SetFocus(); });
+  }
 }
 
 void frmOrganizeFavorites::cmdDelete_Click() {
@@ -207,16 +220,20 @@ void frmOrganizeFavorites::cmdDelete_Click() {
   Refresh(done ? FolderOf(entry.path) : entry.path);
   if (!done) {
     Tell("\"" + name + "\" could not be deleted.");
+    return;
   }
+  // The button that had the keyboard may be out of use now.
+  attempt([&] { form->Get<TreeView>("tvw").SetFocus(); });
 }
 
-/// Makes the folder beside the chosen favourite or in the chosen folder, under a name that is still free; the
-/// person then renames it.
+/// Makes the folder in the chosen folder under a name that is still free, or beside what is no folder that
+/// the favourites show, such as a link; the person then renames it.
 void frmOrganizeFavorites::cmdNewFolder_Click() {
   const Entry* entry = Chosen();
   std::string folder = root_;
   if (entry != nullptr) {
-    folder = entry->isFolder ? entry->path : FolderOf(entry->path);
+    const bool inside = entry->isFolder && IsShownFolder(services_.files, root_, entry->path);
+    folder = inside ? entry->path : FolderOf(entry->path);
   }
   std::string made;
   const bool done = attempt([&] {

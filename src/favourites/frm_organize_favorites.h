@@ -50,8 +50,9 @@ class frmOrganizeFavorites : public FormEvents {
   /// The chosen entry; null if none is or if it is the favourites folder itself.
   [[nodiscard]] const Entry* Chosen() const;
   [[nodiscard]] std::string TextOfName() const;
-  /// Moves the chosen entry to `newPath`; tells in a box what goes wrong.
-  void Rename(const Entry& entry, const std::string& newPath);
+  /// Moves an entry to `newPath`. If that fails, tells so in a box, leaves tree and fields as they are and
+  /// gives false.
+  bool Rename(const std::string& path, const std::string& newPath);
   void Tell(const std::string& text);
 
   void tvw_NodeSelect(int node);

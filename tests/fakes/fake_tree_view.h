@@ -55,10 +55,15 @@ class FakeTreeView : public FakeControl, public TreeView {
     return number;
   }
   [[nodiscard]] int NodeCount() const override { return Say("NodeCount"), static_cast<int>(nodes.size()); }
-  [[nodiscard]] int Children(int node) const override { return static_cast<int>(Of(node).children.size()); }
+  [[nodiscard]] int Children(int node) const override {
+    Say("Children " + std::to_string(node));
+    return static_cast<int>(Of(node).children.size());
+  }
   [[nodiscard]] std::string Text(int node) const override { return Of(node).text; }
   void SetText(int node, const std::string& text) override { Set(node, "Text", &Node::text, text); }
-  [[nodiscard]] std::string Tag(int node) const override { return Of(node).tag; }
+  [[nodiscard]] std::string Tag(int node) const override {
+    return Say("Tag " + std::to_string(node)), Of(node).tag;
+  }
   void SetTag(int node, const std::string& tag) override { Set(node, "Tag", &Node::tag, tag); }
   void SetImage(int node, const std::string& image) override { Set(node, "Image", &Node::image, image); }
   void SetExpandedImage(int node, const std::string& image) override {

@@ -9,6 +9,7 @@
 
 #include "fakes/fake_world.h"
 #include "favourites/favourite_file.h"
+#include "favourites/frm_fav.h"
 #include "favourites/silent_boxes.h"
 #include "support/attempt.h"
 
@@ -48,6 +49,13 @@ class AddFavoriteTest : public ::testing::Test {
       names.push_back(path);
     }
     return names;
+  }
+
+  /// The tree of the pane that shows the favourites.
+  fakes::FakeTreeView& OpenedPane() {
+    world.loop.After(10, [&] { world.forms.Of("frmFav").Close(UnloadMode::ControlMenu); });
+    OpenFavorites({world.forms, world.loop, world.files, world.system}, [](const std::string&) {});
+    return world.forms.Of("frmFav").TreeOf("tvw");
   }
 
   fakes::FakeWorld world;
@@ -125,6 +133,62 @@ TEST_F(AddFavoriteTest, NoTypedFolderLeadsOutOfTheFavourites) {
   for (const auto& [path, link] : world.files.folders) {
     EXPECT_EQ(path.find(".."), std::string::npos) << path;
   }
+}
+
+TEST_F(AddFavoriteTest, TheListHoldsOnlyFoldersThatTheFavouritesShow) {
+  world.files.folders.insert({{"/data/Favorites/a", false},
+                              {"/data/Favorites/a/b", false},
+                              {"/data/Favorites/a\\b", false},
+                              {"/data/Favorites/a\\b/inner", false}});
+  Add("http://x/", "Otters",
+      [&] { EXPECT_THAT(Folder().items, ElementsAre("Favorites", "Favorites\\a", "Favorites\\a\\b")); });
+}
+
+TEST_F(AddFavoriteTest, TheListEndsWhereTheFavouritesEnd) {
+  std::string folder = "/data/Favorites";
+  for (int depth = 1; depth <= kDeepestFavoritesFolder + 20; ++depth) {
+    folder += "/d";
+    world.files.folders.emplace(folder, false);
+  }
+  Add("http://x/", "Otters", [&] {
+    EXPECT_EQ(Folder().items.size(), static_cast<std::size_t>(kDeepestFavoritesFolder));
+    Folder().text = Folder().items.back();
+    Ok();
+  });
+  ASSERT_EQ(world.files.files.size(), 1U);
+  EXPECT_NE(OpenedPane().Find("Otters"), 0);
+}
+
+TEST_F(AddFavoriteTest, ATypedFolderThatTheFavouritesWouldNotShowIsRefusedAndTold) {
+  world.files.folders.insert(
+      {{"/data/Favorites/News", false}, {"/data/Favorites/News/away", true}, {"/data/Favorites/ring", true}});
+  std::string deep = "d";
+  for (int depth = 2; depth <= kDeepestFavoritesFolder; ++depth) {
+    deep += "\\d";
+  }
+  const auto before = world.files.folders;
+  for (const std::string& typed :
+       {std::string("ring"), std::string("Favorites\\ring\\New"), std::string("News/away"), deep}) {
+    world.boxes.Expect(
+        "Your favorites would not show what lies in this folder, since it is a link or lies too deep. Choose "
+        "another folder.",
+        kMsgExclamation, "Add Favorite");
+    Add("http://x/", "Otters", [&] {
+      Folder().text = typed;
+      world.journal.Clear();
+      Ok();
+      EXPECT_TRUE(Dialog().Loaded()) << typed;
+      EXPECT_EQ(Folder().text, typed);
+      EXPECT_TRUE(world.journal.Has("frmAddFavorite.cboFolder.SetFocus"));
+    });
+  }
+  EXPECT_TRUE(world.files.files.empty());
+  EXPECT_EQ(world.files.folders, before);
+  Add("http://x/", "Otters", [&] {
+    Folder().text = deep.substr(2);
+    Ok();
+  });
+  EXPECT_NE(OpenedPane().Find("Otters"), 0);
 }
 
 TEST_F(AddFavoriteTest, AFolderThatCannotBeMadeIsToldAndTheDialogStays) {

@@ -329,6 +329,21 @@ TEST_F(SlowDiskTest, ThePaneMayBeClosedWhileItReads) {
   EXPECT_LT(Tree().nodes.size(), 200U);
 }
 
+TEST_F(FrmFavTest, AnEntryThatCannotBeLookedAtCostsNobodyElseAnImage) {
+  PutFolder("Animals");
+  Put("Animals/Otters.url", "http://www.otters.org/");
+  Put("Moon.url", "http://moon/");
+  for (const char* look : {"frmFav.tvw.Children 2", "frmFav.tvw.Tag 3"}) {
+    world.journal.failOn = look;
+    const auto& tree = Opened();
+    EXPECT_EQ(tree.nodes[0].text, "YOUR FAVORITES") << look;
+    EXPECT_TRUE(tree.nodes[0].expanded) << look;
+    EXPECT_EQ(tree.At("Moon").image, "Leaf") << look;
+    const bool folder = tree.At("Animals").image == "ClosedFolder";
+    EXPECT_NE(folder, tree.At("Otters").image == "Leaf") << look;
+  }
+}
+
 TEST_F(FrmFavTest, AWindowThatCannotBeLoadedIsAnError) {
   world.journal.failOn = "Load frmFav";
   EXPECT_THROW(OpenFavorites({world.forms, world.loop, world.files, world.system}, [](const auto&) {}),

@@ -134,8 +134,12 @@ TEST_F(OrganizeFavoritesTest, ATakenNameIsToldAndNothingIsLost) {
   Organize([&] {
     Tree().Click("Moon");
     Name().text = "Sun";
+    world.journal.Clear();
     Press("cmdRename");
     EXPECT_EQ(Chosen(), "Moon");
+    EXPECT_EQ(Name().text, "Sun");  // to be typed on
+    EXPECT_TRUE(world.journal.Has("frmOrganizeFavorites.txtName.SetFocus"));
+    EXPECT_FALSE(world.journal.Has("frmOrganizeFavorites.tvw.Clear"));
   });
   EXPECT_EQ(world.files.files[kRoot + "/Sun.url"], "sun");
   EXPECT_EQ(world.files.files[kRoot + "/Moon.url"], "moon");
@@ -164,6 +168,43 @@ TEST_F(OrganizeFavoritesTest, MovesAFavouriteToTheFolderOfTheList) {
   });
   EXPECT_EQ(world.files.files[kRoot + "/Animals/Wet/Moon.url"], "moon");
   EXPECT_FALSE(IsFile("Moon.url"));
+}
+
+TEST_F(OrganizeFavoritesTest, EnterInTheFolderFieldMovesWhatCanBeMoved) {
+  Organize([&] {
+    auto& folder = Dialog().ComboOf("cboFolder");
+    folder.text = "Favorites\\Animals";
+    EXPECT_TRUE(folder.Press(kKeyReturn));  // the favourites folder is chosen
+    EXPECT_TRUE(world.journal.With("Name \"/data").empty());
+    Tree().WalkTo("Moon");
+    folder.text = "Favorites\\Animals";
+    EXPECT_FALSE(folder.Press(kKeyDelete));
+    EXPECT_TRUE(IsFile("Moon.url"));
+    EXPECT_TRUE(folder.Press(kKeyReturn));
+    EXPECT_EQ(Chosen(), "Moon");
+  });
+  EXPECT_TRUE(IsFile("Animals/Moon.url"));
+  EXPECT_FALSE(IsFile("Moon.url"));
+}
+
+TEST_F(OrganizeFavoritesTest, ARefusedMoveKeepsTheFolderThatWasNamed) {
+  world.files.files[kRoot + "/Animals/Moon.url"] = "other";
+  world.boxes.Expect("This could not be done. Perhaps there is already an entry \"Moon.url\" in that folder.",
+                     kMsgExclamation, kTitle);
+  Organize([&] {
+    Tree().selected = 0;
+    for (std::size_t at = 0; at < Tree().nodes.size(); ++at) {
+      if (Tree().nodes[at].text == "Moon" && Tree().nodes[at].parent == 1) {
+        Tree().selected = static_cast<int>(at) + 1;
+      }
+    }
+    Dialog().ComboOf("cboFolder").text = "Favorites\\Animals";
+    Press("cmdMove");
+    EXPECT_EQ(Dialog().ComboOf("cboFolder").text, "Favorites\\Animals");
+    EXPECT_TRUE(world.journal.Has("frmOrganizeFavorites.cboFolder.SetFocus"));
+  });
+  EXPECT_EQ(world.files.files[kRoot + "/Moon.url"], "moon");
+  EXPECT_EQ(world.files.files[kRoot + "/Animals/Moon.url"], "other");
 }
 
 TEST_F(OrganizeFavoritesTest, MovesAFolderUpAndNeverIntoItself) {
@@ -200,8 +241,10 @@ TEST_F(OrganizeFavoritesTest, DeletesAfterAQuestionOnly) {
     Tree().Click("Moon");
     Press("cmdDelete");
     EXPECT_TRUE(IsFile("Moon.url"));
+    EXPECT_FALSE(world.journal.Has("frmOrganizeFavorites.tvw.SetFocus"));
     Press("cmdDelete");
     EXPECT_FALSE(IsFile("Moon.url"));
+    EXPECT_TRUE(world.journal.Has("frmOrganizeFavorites.tvw.SetFocus"));
     Tree().Click("Animals");
     Press("cmdDelete");
     EXPECT_THAT(Tree().Shown("YOUR FAVORITES"), ElementsAre("ring"));
@@ -249,6 +292,16 @@ TEST_F(OrganizeFavoritesTest, ANewFolderGetsAFreeNameAndIsChosen) {
   EXPECT_TRUE(IsFolder("New Folder (2)"));
   EXPECT_TRUE(IsFolder("Animals/New Folder"));
   EXPECT_TRUE(IsFolder("Animals/Wet/New Folder"));
+}
+
+TEST_F(OrganizeFavoritesTest, NoNewFolderIsMadeWhereALinkLeads) {
+  Organize([&] {
+    Tree().Click("ring");
+    Press("cmdNewFolder");
+    EXPECT_EQ(Chosen(), "New Folder");
+  });
+  EXPECT_TRUE(IsFolder("New Folder"));
+  EXPECT_FALSE(IsFolder("ring/New Folder"));
 }
 
 TEST_F(OrganizeFavoritesTest, AFolderThatCannotBeMadeIsTold) {
