@@ -54,6 +54,8 @@ void TreeViewControl::Clear() {
   selected_ = 0;
   lastClicked_ = 0;
   filling_ = std::make_shared<int>();
+  // The row that has the keyboard goes; whoever has it here is to have it in the new nodes too.
+  focusWanted_ = focusWanted_ || gtk_widget_get_focus_child(Widget().gobj()) != nullptr;
   // At once: nothing may be clicked that is no more.
   Splice(0, shown_.size(), {});
 }

@@ -72,7 +72,7 @@ class TreeViewControl : public WidgetControl, public TreeView {
   bool KeyPressed(unsigned keyval);
   bool Walk(unsigned keyval, int node);
   bool Typed(unsigned keyval, int node);
-  bool SelectStarting(const std::string& folded, int place);
+  [[nodiscard]] int NodeStarting(const std::string& folded, int place) const;
   [[nodiscard]] int Cursor() const;
 
   TreeNodes nodes_;

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The keyboard of a tree. Walking up and down is the toolkit's own.
+#include <algorithm>
+
 #include "platform/gtk/controls/tree_view_control.h"
 #include "platform/gtk/guard.h"
 #include "platform/gtk/utf8_text.h"
@@ -115,25 +117,25 @@ bool TreeViewControl::Typed(unsigned keyval, int node) {
   typedAt_ = now;
   const std::string typed = Glib::ustring(1, letter).casefold().raw();
   // Who types on may stay where he is; a letter that leads nowhere begins a new word.
-  if (!typed_.empty() && SelectStarting(typed_ + typed, PlaceOf(node))) {
-    typed_ += typed;
-  } else {
-    typed_ = typed;
-    SelectStarting(typed_, PlaceOf(node) + 1);
+  const int further = typed_.empty() ? 0 : NodeStarting(typed_ + typed, PlaceOf(node));
+  typed_ = further != 0 ? typed_ + typed : typed;
+  const int found = further != 0 ? further : NodeStarting(typed_, PlaceOf(node) + 1);
+  if (found != 0) {
+    Go(found);  // nothing of this object behind it, since it may be gone
   }
   return true;
 }
 
-bool TreeViewControl::SelectStarting(const std::string& folded, int place) {
-  const auto count = static_cast<int>(shown_.size());
-  for (int step = 0; step < count; ++step) {
-    const int node = shown_[static_cast<std::size_t>((place + step) % count)];
+/// The first shown node from this place on, and round from the top, whose text starts so; 0 if none does.
+int TreeViewControl::NodeStarting(const std::string& folded, int place) const {
+  const std::size_t count = shown_.size();
+  for (std::size_t step = 0; step < count; ++step) {
+    const int node = shown_[(static_cast<std::size_t>(std::max(0, place)) + step) % count];
     if (ShownText(nodes_.Of(node).text).casefold().raw().starts_with(folded)) {
-      Go(node);
-      return true;
+      return node;
     }
   }
-  return false;
+  return 0;
 }
 
 }  // namespace kivandra::gtk
