@@ -4,10 +4,9 @@ others have spoilt."""
 
 import os
 import shutil
-import time
 import unittest
 
-from harness import drop_downs, parent
+from harness import drop_downs, parent, processes
 from harness.case import BrowsingTest
 from harness.waiting import stays_true, wait_until
 
@@ -15,6 +14,7 @@ ROOT_ROW = "YOUR FAVORITES"
 TREE = "Your favorites"
 QUIET_SECONDS = 0.3
 MANY = 10000
+SECONDS_TO_OPEN = 1.0  # of the program's own processor time, from the command to the pane
 DEEP_NAME, DEEP_FOLDERS = "d" * 200, 21  # together longer than any path may be
 
 
@@ -185,13 +185,13 @@ class Pane(FavouritesTest):
             self.put(f"page {number:05}.url", url)
         last = f"page {MANY - 1:05}"
         windows = len(self.hands.windows(self.program.pid))
+        # What else the machine does counts for nothing.
+        before = processes.processor_seconds(self.program.pid)
         self.command("Open Favourites")
-        began = time.monotonic()
         wait_until(lambda: len(self.hands.windows(self.program.pid)) > windows, "the pane opens")
-        print(f"    {MANY} favourites: the pane opens after {time.monotonic() - began:.2f} s", flush=True)
+        self.assertLess(processes.processor_seconds(self.program.pid) - before, SECONDS_TO_OPEN)
         pane = self.desk.window_with(TREE)
         wait_until(lambda: pane.find("page 00000", "tree item"), lambda: pane.node.outline()[:2000])
-        print(f"    and shows them after {time.monotonic() - began:.2f} s", flush=True)
         self.hands.key("End")
         wait_until(lambda: pane.find(last, "tree item"), lambda: pane.node.outline()[-2000:])
         wait_until(lambda: pane.find(last, "tree item").focused, "the last has the keyboard")
@@ -282,9 +282,10 @@ class Dialogs(FavouritesTest):
             self.wait_rows(dialog, "Animals", "Full moon", "Space")
             self.assertEqual({"Full moon.url": moon, "Animals": None, "Animals/Otters.url": otters, "Space": None},
                              self.on_disk())
-        with self.subTest("move"):
+        with self.subTest("move, by Enter in the field"):
+            dialog.click(dialog.field("Folder"))
             dialog.field("Folder").write("Favorites\\Space")
-            dialog.press("Move to this folder")
+            self.hands.key("Return")
             self.wait_rows(dialog, "Animals", "Space", "Full moon")
             self.assertEqual(moon, self.on_disk()["Space/Full moon.url"])
         with self.subTest("a new folder, named by the keyboard"):
@@ -304,6 +305,7 @@ class Dialogs(FavouritesTest):
                 self.answer(question, button)
                 self.hands.front(dialog.number)
                 wait_until(lambda there=there: ("Space/Full moon.url" in self.on_disk()) == there, self.on_disk)
+            wait_until(lambda: dialog.find(ROOT_ROW, "tree item").focused, "the keyboard is in the tree")
         with self.subTest("a name that is taken"):
             self.click_row(dialog, "Birds")
             wait_until(lambda: name.text == "Birds", "the name stands in the field")
@@ -311,6 +313,7 @@ class Dialogs(FavouritesTest):
             dialog.press("Rename")
             self.answer('This could not be done. Perhaps there is already an entry "Animals" in that folder.', "Ok")
             self.hands.front(dialog.number)
+            wait_until(lambda: name.focused and name.text == "Animals", "what was typed can be typed on")
         self.assertEqual({"Animals": None, "Animals/Otters.url": otters, "Birds": None}, self.on_disk())
         self.hands.key("Escape")
         self.gone(dialog)
