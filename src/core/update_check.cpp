@@ -15,6 +15,8 @@ namespace kivandra {
 namespace {
 
 constexpr const char* kPackage = "browser_update.exe";
+/// The version is a word, and a start waits for it with nothing on the screen.
+constexpr InetLimits kVersionLimits{.time = std::chrono::seconds(15), .bytes = std::size_t{1024} * 1024};
 
 }  // namespace
 
@@ -38,7 +40,7 @@ void UpdateCheck::CheckForUpdate(Inet& inet1, bool quiet) {
 
 void UpdateCheck::Check(Inet& inet1, bool quiet) {
   // 1. to 3.
-  const std::string current = Fetch(inet1, "/BrowserVer.dat");
+  const std::string current = Fetch(inet1, "/BrowserVer.dat", kVersionLimits);
   // 4. A test for equality, to the byte: there is no order between versions.
   if (current == kOwnVersion) {
     // 5.
@@ -59,7 +61,8 @@ void UpdateCheck::Update(Inet& inet1) {
   services_.windows.UnloadActiveChild();
   ShowNotice();
   // 8. and 9.
-  services_.files.WriteFile(ProgramFile(services_.system, kPackage), Fetch(inet1, "/browser_update.exe"));
+  services_.files.WriteFile(ProgramFile(services_.system, kPackage),
+                            Fetch(inet1, "/browser_update.exe", InetLimits()));
   // 10.
   Updateform_->Unload();
   // 11.
@@ -91,8 +94,8 @@ void UpdateCheck::StillNotice() {
   }
 }
 
-std::string UpdateCheck::Fetch(Inet& inet1, const char* path) const {
-  return inet1.OpenURL(SitePage(path), [this] { return services_.windows.FrameStands(); });
+std::string UpdateCheck::Fetch(Inet& inet1, const char* path, const InetLimits& limits) const {
+  return inet1.OpenURL(SitePage(path), limits, [this] { return services_.windows.FrameStands(); });
 }
 
 }  // namespace kivandra

@@ -55,7 +55,7 @@ class UpdateCheck {
   void ShowNotice();
   /// Ends the sign of progress on a notice that a failed download leaves open.
   void StillNotice();
-  [[nodiscard]] std::string Fetch(Inet& inet1, const char* path) const;
+  [[nodiscard]] std::string Fetch(Inet& inet1, const char* path, const InetLimits& limits) const;
 
   Services services_;
   std::shared_ptr<Form> Updateform_;

@@ -27,11 +27,6 @@ const std::string kRestart =
     "New Years 2002!";
 const std::string kFailed = "Error when loading update file\r";
 
-/// A world with a net beside it.
-struct NetWorld : fakes::FakeWorld {
-  fakes::FakeInet inet{journal};
-};
-
 struct FakeUpdateWindows : UpdateWindows {
   explicit FakeUpdateWindows(fakes::Journal& testJournal) : journal(testJournal) {}
   [[nodiscard]] bool FrameStands() const override { return stands; }
@@ -50,7 +45,7 @@ struct FakeUpdateWindows : UpdateWindows {
   bool hasChild = true;
 };
 
-struct UpdateWorld : NetWorld {
+struct UpdateWorld : fakes::FakeWorld {
   FakeUpdateWindows windows{journal};
   UpdateCheck update{{forms, loop, boxes, files, shell, sound, registry, system, windows}};
 
@@ -76,6 +71,15 @@ struct UpdateCheckTest : testing::Test, UpdateWorld {};
 TEST_F(UpdateCheckTest, AnEqualVersionIsToldInTheTitle) {
   Check();
   EXPECT_EQ(journal.lines, (Lines{kVersionFile, kTold}));
+}
+
+TEST_F(UpdateCheckTest, AServerThatDripsItsVersionHoldsTheStartUpForSecondsOnly) {
+  PutUpdate();
+  ExpectQuestion(MsgBoxResult::Yes);
+  boxes.Expect(kRestart);
+  Check();
+  EXPECT_LE(inet.asked.at(SitePage("/BrowserVer.dat")).time, std::chrono::seconds(15));
+  EXPECT_GE(inet.asked.at(SitePage("/browser_update.exe")).time, std::chrono::minutes(10));
 }
 
 TEST_F(UpdateCheckTest, AQuietCheckDoesNotTellOfAnEqualVersion) {

@@ -95,6 +95,7 @@ class EngineProcesses(BrowsingTest):
         # The engine hears of it in its own time, and gives up what it was asked to load until then.
         wait_until(lambda: self.page.caption not in ("", shown), lambda: self.situation())
         let_go.set()
+        self.painted(name)  # or it would take the address box from who types there
         self.visit()
 
     def test_a_killed_network_process_is_made_anew(self):

@@ -70,6 +70,25 @@ TEST_F(Loading, APageThatComesWhileTheNextIsAskedForIsToldByItsOwnAddress) {
   }
 }
 
+TEST_F(Loading, ALoadThatFailsWhileTheNextIsAskedForTakesNothingFromIt) {
+  constexpr int kDelays = 12;  // in milliseconds: somewhere among them the first answer is just refused
+  TestWindow window;
+  for (int round = 0; round < 3 * kDelays; ++round) {
+    const std::string first = "/first" + std::to_string(round);
+    const std::string next = "/next" + std::to_string(round);
+    server.Serve(next, {"<title>" + next + "</title>next"});
+    server.Serve(first, [&](const Request&) {
+      Glib::signal_timeout().connect_once([&, next] { window.Browser().Navigate(server.Url(next)); },
+                                          static_cast<unsigned>(round % kDelays));
+      return Reply{"no page", "application/x-nothing-to-show"};
+    });
+    window.Browser().Navigate(server.Url(first));
+    ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));
+  }
+}
+
 TEST_F(Loading, GivesTheAddressAsTypedWhereOnlyASlashIsMissing) {
   server.Serve("/", {"root"});
   TestWindow window;

@@ -18,7 +18,9 @@ namespace kivandra::fakes {
 class FakeInet : public Inet {
  public:
   explicit FakeInet(Journal& journal) : journal_(journal) {}
-  [[nodiscard]] std::string OpenURL(const std::string& url, const std::function<bool()>& wanted) override {
+  [[nodiscard]] std::string OpenURL(const std::string& url, const InetLimits& limits,
+                                    const std::function<bool()>& wanted) override {
+    asked[url] = limits;
     journal_.Call("OpenURL " + Quoted(url));
     // Taken out: what happens meanwhile may fetch again.
     if (const auto event = std::exchange(meanwhile, nullptr)) {
@@ -37,7 +39,8 @@ class FakeInet : public Inet {
   }
   std::string version{kOwnVersion};
   std::map<std::string, std::string> files;
-  std::function<void()> meanwhile;  // runs once, while a fetch waits
+  std::map<std::string, InetLimits> asked;  // by address
+  std::function<void()> meanwhile;          // runs once, while a fetch waits
 
  private:
   Journal& journal_;

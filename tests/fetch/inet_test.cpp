@@ -33,7 +33,7 @@ RawServer::Handler Always(const std::string& answer) {
 std::string Problem(const std::string& url, InetLimits limits = {},
                     const std::function<bool()>& wanted = {}) {
   try {
-    const std::string body = SoupInet(limits).OpenURL(url, wanted);
+    const std::string body = SoupInet().OpenURL(url, limits, wanted);
     ADD_FAILURE() << url << " gives " << body.size() << " bytes";
   } catch (const PlatformError& error) {
     EXPECT_STRNE(error.what(), "");
@@ -51,7 +51,7 @@ TEST(SoupInetTest, GivesTheBodyByteForByte) {
     // Neither the type nor a packing that the server tells of changes anything.
     RawServer server(
         Always(HttpAnswer(body, "text/html; charset=utf-16", "200 OK", "Content-Encoding: gzip\r\n")));
-    EXPECT_EQ(SoupInet().OpenURL(server.Url("/file"), {}), body);
+    EXPECT_EQ(SoupInet().OpenURL(server.Url("/file"), {}, {}), body);
     ASSERT_EQ(server.Requests().size(), 1U);
     EXPECT_THAT(server.Requests()[0], HasSubstr("GET /file HTTP/1.1"));
     EXPECT_THAT(server.Requests()[0], Not(HasSubstr("Cookie:")));
@@ -61,7 +61,7 @@ TEST(SoupInetTest, GivesTheBodyByteForByte) {
 
 TEST(SoupInetTest, GivesABodyWithoutALength) {
   RawServer server(Always("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n1.4.5"));
-  EXPECT_EQ(SoupInet().OpenURL(server.Url("/"), {}), "1.4.5");
+  EXPECT_EQ(SoupInet().OpenURL(server.Url("/"), {}, {}), "1.4.5");
 }
 
 TEST(SoupInetTest, FollowsARedirectAndForgetsItsCookies) {
@@ -70,7 +70,7 @@ TEST(SoupInetTest, FollowsARedirectAndForgetsItsCookies) {
                         ? HttpAnswer("", "text/plain", "302 Found", "Location: /new\r\nSet-Cookie: a=b\r\n")
                         : HttpAnswer("there"));
   });
-  EXPECT_EQ(SoupInet().OpenURL(server.Url("/old"), {}), "there");
+  EXPECT_EQ(SoupInet().OpenURL(server.Url("/old"), {}, {}), "there");
   EXPECT_THAT(server.Requests().back(), Not(HasSubstr("Cookie:")));
 }
 
@@ -153,7 +153,7 @@ TEST(SoupInetTest, AServerThatDripsIsGivenUpInTheEnd) {
 TEST(SoupInetTest, ABodyMayBeAsLargeAsTheLimitAndNoLarger) {
   const InetLimits limits{milliseconds(30000), milliseconds(30000), 100000};
   RawServer fits(Always(HttpAnswer(std::string(100000, 'x'))));
-  EXPECT_EQ(SoupInet(limits).OpenURL(fits.Url("/"), {}).size(), 100000U);
+  EXPECT_EQ(SoupInet().OpenURL(fits.Url("/"), limits, {}).size(), 100000U);
   RawServer tooLarge(Always(HttpAnswer(std::string(100001, 'x'))));
   EXPECT_EQ(Problem(tooLarge.Url("/"), limits), "The file is too large.");
 }
@@ -179,7 +179,7 @@ TEST(SoupInetTest, AFileThatIsThereByTheTimeItIsNotWantedIsNotGiven) {
   EXPECT_EQ(Problem(server.Url("/"), {},
                     [&] {
                       for (int i = 0; i < 3; ++i) {
-                        EXPECT_EQ(SoupInet().OpenURL(server.Url("/other"), {}), "1.4.5");
+                        EXPECT_EQ(SoupInet().OpenURL(server.Url("/other"), {}, {}), "1.4.5");
                       }
                       return false;
                     }),
@@ -191,9 +191,9 @@ TEST(SoupInetTest, AFetchInsideAFetchWorks) {
   SoupInet inet;
   std::string inner;
   bool asked = false;
-  const std::string outer = inet.OpenURL(server.Url("/outer"), [&] {
+  const std::string outer = inet.OpenURL(server.Url("/outer"), {}, [&] {
     if (!std::exchange(asked, true)) {
-      inner = inet.OpenURL(server.Url("/inner"), {});
+      inner = inet.OpenURL(server.Url("/inner"), {}, {});
     }
     return true;
   });
@@ -207,7 +207,7 @@ TEST(SoupInetTest, TheSiteServerOfTheSameThreadAnswersMeanwhile) {
   SiteServer server(folder.Path("site"), {"kivandra.localhost", "answers.localhost"});
   ASSERT_EQ(server.Start(0), "");
   const std::string site = "http://kivandra.localhost:" + std::to_string(server.Port());
-  EXPECT_EQ(SoupInet().OpenURL(site + "/BrowserVer.dat", {}), "1.4.5");
+  EXPECT_EQ(SoupInet().OpenURL(site + "/BrowserVer.dat", {}, {}), "1.4.5");
   EXPECT_THAT(Problem(site + "/browser_update.exe"), HasSubstr("404"));
 }
 

@@ -3,6 +3,7 @@
 
 #include <libsoup/soup.h>
 
+#include <memory>
 #include <utility>
 
 #include "platform/linux/http_headers.h"
@@ -154,10 +155,11 @@ class SoupInet::Fetch : public std::enable_shared_from_this<Fetch> {
   bool ended_ = false;
 };
 
-std::string SoupInet::OpenURL(const std::string& url, const std::function<bool()>& wanted) {
+std::string SoupInet::OpenURL(const std::string& url, const InetLimits& limits,
+                              const std::function<bool()>& wanted) {
   const std::unique_ptr<GUri, UnrefUri> uri(FetchableUri(url));
   if (!uri) throw PlatformError(kInvalidCall, "There is no such address: " + url);
-  const auto fetch = std::make_shared<Fetch>(limits_);
+  const auto fetch = std::make_shared<Fetch>(limits);
   fetch->Start(uri.get());
   while (!fetch->Ended()) {
     g_main_context_iteration(nullptr, TRUE);

@@ -103,6 +103,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void AskForArrival(const std::string& url);
   void ReportArrival(const std::string& url);
   void LeavePage();
+  /// Whether the load of this address has been given up for a later one of the program.
+  [[nodiscard]] bool Overtaken(const std::string& address) const;
   void ShowTrouble(WebPages::Trouble trouble, const std::string& address);
   void TellDownloadBegin();
   void TellDownloadComplete();

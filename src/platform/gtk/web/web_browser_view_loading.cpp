@@ -108,13 +108,13 @@ void BrowserView::CompleteLoad() {
 gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
   const bool quiet = error->domain == WEBKIT_POLICY_ERROR ||
                      g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
-  if (!quiet) ShowTrouble(TroubleOf(error, Text(address)), Text(address));
+  if (!quiet && !Overtaken(Text(address))) ShowTrouble(TroubleOf(error, Text(address)), Text(address));
   return TRUE;
 }
 
 gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertificate* /*certificate*/,
                                                 GTlsCertificateFlags /*errors*/) {
-  ShowTrouble(WebPages::Trouble::NotTrusted, Text(address));
+  if (!Overtaken(Text(address))) ShowTrouble(WebPages::Trouble::NotTrusted, Text(address));
   return TRUE;
 }
 
@@ -127,6 +127,10 @@ void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason
   completing_ = false;
   TellDownloadComplete();
   Later([this, address] { ShowTrouble(WebPages::Trouble::Stopped, address); });
+}
+
+bool BrowserView::Overtaken(const std::string& address) const {
+  return starting_ && !asked_.empty() && address != asked_;
 }
 
 void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {

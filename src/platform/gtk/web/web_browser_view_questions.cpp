@@ -57,10 +57,10 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
     return TRUE;
   }
   webkit_policy_decision_ignore(decision);
-  if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE) {
+  const std::string address =
+      Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
+  if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE && !Overtaken(address)) {
     ownPage_ = true;
-    const std::string address =
-        Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
     Later([this, address] { ShowTrouble(WebPages::Trouble::NotShown, address); });
   }
   return TRUE;
