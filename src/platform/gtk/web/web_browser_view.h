@@ -103,7 +103,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void AskForArrival(const std::string& url);
   void ReportArrival(const std::string& url);
   void LeavePage();
-  /// Whether the load of this address has been given up for a later one of the program.
+  /// Whether a later load of the program is on its way, and this address is that of the one before.
   [[nodiscard]] bool Overtaken(const std::string& address) const;
   void ShowTrouble(WebPages::Trouble trouble, const std::string& address);
   void TellDownloadBegin();

@@ -55,7 +55,7 @@ void BrowserView::LoadCommitted() {
   judgingArrival_ = false;
   nextArrival_.reset();
   // A page that was on its way before the program's last load: that one is still to come.
-  starting_ = !asked_.empty() && address_ != asked_ && EngineAddress() == asked_;
+  starting_ = Overtaken(address_);
   if (!starting_) {
     asked_.clear();
     desk_.ForgetAllowedLoad();
@@ -130,7 +130,7 @@ void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason
 }
 
 bool BrowserView::Overtaken(const std::string& address) const {
-  return starting_ && !asked_.empty() && address != asked_;
+  return !asked_.empty() && address != asked_ && EngineAddress() == asked_;
 }
 
 void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {

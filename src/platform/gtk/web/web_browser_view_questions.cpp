@@ -61,7 +61,9 @@ gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolic
       Text(webkit_uri_response_get_uri(webkit_response_policy_decision_get_response(response)));
   if (webkit_response_policy_decision_is_main_frame_main_resource(response) != FALSE && !Overtaken(address)) {
     ownPage_ = true;
-    Later([this, address] { ShowTrouble(WebPages::Trouble::NotShown, address); });
+    Later([this, address] {
+      if (!Overtaken(address)) ShowTrouble(WebPages::Trouble::NotShown, address);
+    });
   }
   return TRUE;
 }
