@@ -53,6 +53,8 @@ class MenuTest : public WindowTest {
     field = dynamic_cast<Gtk::Entry*>(
         WidgetsBelow(*window, [](auto& each) { return GTK_IS_ENTRY(each.gobj()); }).at(0));
     hands = std::make_unique<Hands>(*window);
+    // A menu that opens below the pointer would put the keyboard on the row there.
+    hands->MoveTo(*page, 590, 290);
     page->grab_focus();
   }
   ~MenuTest() override {
@@ -101,6 +103,12 @@ class MenuTest : public WindowTest {
     });
   }
 
+  /// Opens a menu by its access key and waits until it has taken the keyboard.
+  void OpenMenu(const std::string& key, const std::string& firstRow) {
+    Press(key, 1);
+    ASSERT_TRUE(StandsOn(firstRow)) << key;
+  }
+
   OwnForms own;
   FormLoader loader{own.Folder(), pages};
   std::shared_ptr<Form> form;
@@ -115,7 +123,7 @@ class MenuTest : public WindowTest {
 };
 
 TEST_F(MenuTest, AnAccessKeyOpensAMenuAndLettersChooseAnEntry) {
-  Press("alt+f", 1);
+  OpenMenu("alt+f", "Open...");
   Press("x", 0);
   EXPECT_TRUE(Clicked({"mnuExit"}));
   EXPECT_EQ(menusOpenAtClick, 0) << "the menu is closed when the click comes";
@@ -140,8 +148,7 @@ TEST_F(MenuTest, TheKeyboardWalksTheMenusAndEscapeLeavesThem) {
 }
 
 TEST_F(MenuTest, ReturnChoosesInASubMenu) {
-  Press("alt+v", 1);
-  ASSERT_TRUE(StandsOn("Side Toolbar"));
+  OpenMenu("alt+v", "Side Toolbar");
   Press("Down", 1);
   ASSERT_TRUE(StandsOn("Text Size"));
   Press("Right", 2);
@@ -201,18 +208,18 @@ TEST_F(MenuTest, InATextFieldTheEditingKeysAreTheFields) {
 TEST_F(MenuTest, TheEditMenuActsOnTheFieldThatHadTheKeyboard) {
   field->grab_focus();
   field->set_text("words");
-  Press("alt+e", 1);
+  OpenMenu("alt+e", "Cut");
   Press("a", 0);
   ASSERT_TRUE(Until([&] {
     int from = 0;
     int to = 0;
     return field->get_selection_bounds(from, to) && from == 0 && to == 5;
   }));
-  Press("alt+e", 1);
+  OpenMenu("alt+e", "Cut");
   Press("t", 0);
   EXPECT_TRUE(Until([&] { return field->get_text().empty(); }));
   page->grab_focus();
-  Press("alt+e", 1);
+  OpenMenu("alt+e", "Cut");
   Press("p", 0);
   EXPECT_TRUE(Clicked({"mnuPaste"}));
   EXPECT_EQ(field->get_text(), "");
@@ -222,7 +229,7 @@ TEST_F(MenuTest, ACheckMarkStandsUntilItIsTakenAway) {
   EXPECT_FALSE(menu->Checked("mnuSidebar"));
   menu->SetChecked("mnuSidebar", true);
   EXPECT_TRUE(menu->Checked("mnuSidebar"));
-  Press("alt+v", 1);
+  OpenMenu("alt+v", "Side Toolbar");
   const auto marks = [&] {
     return WidgetsBelow(*window,
                         [](auto& each) {
@@ -237,7 +244,7 @@ TEST_F(MenuTest, ACheckMarkStandsUntilItIsTakenAway) {
   EXPECT_TRUE(Clicked({"mnuSidebar"}));
   EXPECT_TRUE(menu->Checked("mnuSidebar")) << "a click alone changes no mark";
   menu->SetChecked("mnuSidebar", false);
-  Press("alt+v", 1);
+  OpenMenu("alt+v", "Side Toolbar");
   EXPECT_EQ(marks(), 0U);
 }
 
@@ -262,7 +269,7 @@ TEST_F(MenuTest, EveryMenuAndEntryHasItsWordsAndAnAccessibleRole) {
     EXPECT_EQ(gtk_accessible_get_accessible_role(GTK_ACCESSIBLE(item->gobj())),
               GTK_ACCESSIBLE_ROLE_MENU_ITEM);
   }
-  Press("alt+v", 1);
+  OpenMenu("alt+v", "Side Toolbar");
   const auto rows = WidgetsBelow(
       *window, [](auto& each) { return each.get_css_name() == "modelbutton" && each.get_mapped(); });
   EXPECT_EQ(rows.size(), 2U);
