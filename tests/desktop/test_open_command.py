@@ -64,11 +64,18 @@ class Starting(LoudTest):
                    "nothing of it is painted", QUIET_SECONDS)
 
     def test_a_program_that_is_closed_before_ends_the_waiting(self):
-        opener, desk = self.opens(self.new_home(like=seed()))
-        desk.frame().close()
-        self.assertEqual(0, opener.wait_end(20))
+        # The address is taken five seconds after the frame's load: a machine that is too busy to close it by then
+        # has to close another.
+        for _ in range(3):
+            wait_until(lambda: not offered(), "no other program is on the bus")
+            asked = self.server.times_asked("/page")
+            opener, desk = self.opens(self.new_home(like=seed()))
+            desk.frame().close()
+            self.assertEqual(0, opener.wait_end(20))
+            if self.server.times_asked("/page") == asked:
+                break
         self.assertIn("closed before", opener.voice())
-        self.assertEqual([], self.server.asked(pages.mark("page")))
+        self.assertEqual(asked, self.server.times_asked("/page"))
 
     def test_without_a_bus_the_program_browses_and_says_nothing(self):
         home = self.new_home(like=seed())
