@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Preloaded into a program of the toolkit, it registers the types that our forms are made of besides the toolkit's own.
+// Preloaded into a program of the toolkit, it registers the types that our forms are made of besides the
+// toolkit's own.
 #include <cstdlib>
 
 #include "platform/gtk/controls/common_dialog.h"
