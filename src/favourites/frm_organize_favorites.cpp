@@ -46,18 +46,16 @@ void frmOrganizeFavorites::Form_Load() {
   }
   form_->Get<TreeView>("tvw").OnNodeSelect([this](int node) { tvw_NodeSelect(node); });
   // In both fields Enter does what the button below does.
-  form_->Get<TextBox>("txtName").OnKeyDown([this](int key) {
-    if (key == kKeyReturn) {
-      cmdRename_Click();
-    }
-    return key == kKeyReturn;
-  });
-  form_->Get<ComboBox>("cboFolder").OnKeyDown([this](int key) {
-    if (key == kKeyReturn) {
-      cmdMove_Click();
-    }
-    return key == kKeyReturn;
-  });
+  const auto onEnter = [this](void (frmOrganizeFavorites::*handler)()) {
+    return [this, handler](int key) {
+      if (key == kKeyReturn) {
+        (this->*handler)();
+      }
+      return key == kKeyReturn;
+    };
+  };
+  form_->Get<TextBox>("txtName").OnKeyDown(onEnter(&frmOrganizeFavorites::cmdRename_Click));
+  form_->Get<ComboBox>("cboFolder").OnKeyDown(onEnter(&frmOrganizeFavorites::cmdMove_Click));
   attempt([&] { form_->Get<SkinForm>("SkinForm1").SetSkinFile(SkinFile); });
   Refresh(root_);
 }

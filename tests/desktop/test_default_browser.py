@@ -7,7 +7,7 @@ import unittest
 
 from harness import parent
 from harness.accessibility import STATE_CHECKED
-from harness.case import BrowsingTest, display
+from harness.case import display
 from harness.program import BINARY
 from harness.settings import CLASSES
 from harness.waiting import wait_until
@@ -21,18 +21,13 @@ EXPLORER_KEY = (*CLASSES, "Applications", "iexplore.exe", "shell", "open", "comm
 NETSCAPE_KEY = (*MACHINE, "Software", "Microsoft", "Windows", "CurrentVersion", "App Paths", "Netscp6.exe")
 
 
-class PanelTest(BrowsingTest):
-    panel = None  # one for all classes: they share the program
-
+class PanelInFrontTest(parent.PanelTest):
     def setUp(self):
-        self.hands.front(self.frame.number)
         super().setUp()
-        if not (PanelTest.panel and PanelTest.panel.open()):
-            PanelTest.panel = parent.open_panel(self.desk, self.frame)
         self.panel.front()
 
 
-class DefaultBrowser(PanelTest):
+class DefaultBrowser(PanelInFrontTest):
     def asked(self, *words):
         """What another program of this desktop says."""
         done = subprocess.run(words, env={**display().environment, **self.home.environment()}, capture_output=True,
@@ -87,7 +82,7 @@ class DefaultBrowser(PanelTest):
             self.assertEqual(self.values(), {section: self.in_tree(section) for section in self.values()})
 
 
-class OtherBrowsers(PanelTest):
+class OtherBrowsers(PanelInFrontTest):
     def install(self, key, name, line="%s"):
         """Puts a browser's program file into a folder of the test and names it in the tree."""
         folder = self.home.path / self.name("programs")

@@ -4,7 +4,7 @@
 import unittest
 
 from harness import answers, pages, parent
-from harness.case import PASSWORD, BrowsingTest, display
+from harness.case import PASSWORD, display
 from harness.settings import HOME_PAGE
 from harness.waiting import stays_true, wait_until
 
@@ -27,15 +27,7 @@ LINK_COLOUR = (0x0B, 0x72, 0x85)  # ground of the link that closes a help page
 QUIET_SECONDS = 0.5
 
 
-class PanelTest(BrowsingTest):
-    panel = None  # one for all classes: they share the program
-
-    def setUp(self):
-        self.hands.front(self.frame.number)
-        super().setUp()
-        if not (PanelTest.panel and PanelTest.panel.open()):
-            PanelTest.panel = parent.open_panel(self.desk, self.frame)
-
+class OptionsTest(parent.PanelTest):
     def browse(self):
         """The frame in front again, the panel stays open behind it."""
         self.hands.front(self.frame.number)
@@ -47,7 +39,7 @@ class PanelTest(BrowsingTest):
                    lambda: f"{name} is {value}, not {read(name)}")
 
 
-class Road(PanelTest):
+class Road(OptionsTest):
     def test_the_panel_opens_in_the_middle_of_the_top_and_fits_a_small_screen(self):
         left, top, width, height = self.hands.place(self.panel.number)
         self.assertEqual(0, top)
@@ -78,7 +70,7 @@ class Road(PanelTest):
         self.assertEqual(READING_ORDER, [name for name in names if name in READING_ORDER][:len(READING_ORDER)], names)
 
 
-class Boxes(PanelTest):
+class Boxes(OptionsTest):
     """Each box and what it changes at once."""
 
     def refusable(self):
@@ -184,7 +176,7 @@ class Boxes(PanelTest):
         wait_until(lambda: not shown.open(), "the tip closes")
 
 
-class HomePage(PanelTest):
+class HomePage(OptionsTest):
     def test_counts_from_apply_on_and_is_dropped_without(self):
         _, url = self.clean()
         name, other = self.clean()
@@ -192,7 +184,7 @@ class HomePage(PanelTest):
         self.panel.write(field, url)
         self.panel.leave()
         self.assertNotEqual(url, self.home.settings.read("URL", HOME_PAGE))
-        PanelTest.panel = parent.open_panel(self.desk, self.frame)
+        parent.PanelTest.panel = parent.open_panel(self.desk, self.frame)
         field = self.panel.field("Default HomePage")
         self.assertNotEqual(url, field.text)
         self.panel.click_field(field)
@@ -205,7 +197,7 @@ class HomePage(PanelTest):
         self.painted(name)
 
 
-class Password(PanelTest):
+class Password(OptionsTest):
     def test_a_new_password_by_keyboard_and_the_old_one_opens_nothing(self):
         first, second = self.panel.field(NEW_PASSWORD), self.panel.field(AGAIN)
         self.panel.front()
@@ -254,7 +246,7 @@ class Password(PanelTest):
             self.assertTrue(window.open())
             window.field("Password").write("Lion 7")
             window.press("Ok")
-            PanelTest.panel = parent.the_panel(self.desk, window)
+            parent.PanelTest.panel = parent.the_panel(self.desk, window)
         self.home.settings.write("T_PW", PASSWORD)
 
     def _ok(self):
@@ -263,7 +255,7 @@ class Password(PanelTest):
         self.hands.key("space")
 
 
-class HelpPages(PanelTest):
+class HelpPages(OptionsTest):
     def buttons(self):
         return self.panel.node.find_all("Help", "button")
 

@@ -1,14 +1,55 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Choosers of files that others than the program's own dialog open: for saving a page, for printing into a
 // file.
+#include <condition_variable>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 
 #include "platform_gtk/hands.h"
 #include "platform_gtk/own_forms.h"
 
 namespace kivandra::gtk {
 namespace {
+
+/// While it lives, nothing is read that the toolkit reads in its threads: all of them wait here.
+class BusyThreads {
+ public:
+  BusyThreads() {
+    for (int i = 0; i < kTasks; ++i) {
+      GTask* task = g_task_new(nullptr, nullptr, nullptr, nullptr);
+      g_task_set_priority(task, G_PRIORITY_HIGH);
+      g_task_set_task_data(task, this, nullptr);
+      g_task_run_in_thread(task, [](GTask*, gpointer, gpointer self, GCancellable*) {
+        static_cast<BusyThreads*>(self)->Wait();
+      });
+      g_object_unref(task);
+    }
+  }
+  ~BusyThreads() {
+    std::unique_lock lock(mutex_);
+    over_ = true;
+    change_.notify_all();
+    change_.wait(lock, [this] { return left_ == kTasks; });
+  }
+  BusyThreads(const BusyThreads&) = delete;
+  BusyThreads& operator=(const BusyThreads&) = delete;
+
+ private:
+  static constexpr int kTasks = 100;  // the pool grows while they wait, slowly
+
+  void Wait() {
+    std::unique_lock lock(mutex_);
+    change_.wait(lock, [this] { return over_; });
+    ++left_;
+    change_.notify_all();
+  }
+
+  std::mutex mutex_;
+  std::condition_variable change_;
+  bool over_ = false;
+  int left_ = 0;
+};
 
 class FileChoosersTest : public WindowTest {
  protected:
@@ -71,6 +112,23 @@ TEST_F(FileChoosersTest, TheirMenuNeverComes) {
     }
     gtk_window_destroy(GTK_WINDOW(dialog));
   }
+}
+
+TEST_F(FileChoosersTest, OneIsPaintedWithoutComplaintBeforeItsFolderIsRead) {
+  GtkWidget* dialog = nullptr;
+  {
+    const BusyThreads busy;
+    dialog = Open(GTK_FILE_CHOOSER_ACTION_OPEN);
+    GdkFrameClock* clock = gtk_widget_get_frame_clock(dialog);
+    const gint64 first = gdk_frame_clock_get_frame_counter(clock);
+    ASSERT_TRUE(Until([&] {
+      gtk_widget_queue_draw(dialog);
+      return gtk_widget_get_mapped(dialog) && gdk_frame_clock_get_frame_counter(clock) > first + 2;
+    }));
+    EXPECT_EQ(nullptr, FullList(*Glib::wrap(GTK_WINDOW(dialog))));
+  }
+  EXPECT_TRUE(Until([&] { return FullList(*Glib::wrap(GTK_WINDOW(dialog))) != nullptr; }));
+  gtk_window_destroy(GTK_WINDOW(dialog));
 }
 
 }  // namespace

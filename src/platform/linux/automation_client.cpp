@@ -1,49 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/automation_client.h"
 
+#include <chrono>
+
 #include "platform/linux/automation_names.h"
+#include "platform/linux/bus_connection.h"
 #include "platform/platform_error.h"
 
 namespace kivandra::linux_impl {
 namespace {
 
-constexpr guint kConnectSeconds = 10;
 /// A call may run the whole start of the program, with its splash.
 constexpr int kCallMilliseconds = 60'000;
 
 }  // namespace
 
-AutomationClient::AutomationClient() {
-  GCancellable* cancel = g_cancellable_new();
-  struct Connecting {
-    GDBusConnection* connection = nullptr;
-    bool over = false;
-  } connecting;
-  const guint alarm = g_timeout_add_seconds(
-      kConnectSeconds,
-      [](gpointer data) -> gboolean {
-        g_cancellable_cancel(static_cast<GCancellable*>(data));
-        return G_SOURCE_CONTINUE;
-      },
-      cancel);
-  g_bus_get(
-      G_BUS_TYPE_SESSION, cancel,
-      [](GObject*, GAsyncResult* result, gpointer data) {
-        auto& state = *static_cast<Connecting*>(data);
-        state.connection = g_bus_get_finish(result, nullptr);
-        state.over = true;
-      },
-      &connecting);
-  while (!connecting.over) {
-    g_main_context_iteration(nullptr, TRUE);
-  }
-  g_source_remove(alarm);
-  g_object_unref(cancel);
-  connection_ = connecting.connection;
-  if (connection_ != nullptr) {
-    g_dbus_connection_set_exit_on_close(connection_, FALSE);
-  }
-}
+AutomationClient::AutomationClient() : connection_(ConnectToSessionBus(std::chrono::seconds(10))) {}
 
 AutomationClient::~AutomationClient() { g_clear_object(&connection_); }
 

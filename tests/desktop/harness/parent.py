@@ -2,7 +2,7 @@
 """The parent's side in a person's words: the prompt for the password, the panel behind it, its boxes and lists."""
 
 from .accessibility import STATE_CHECKED
-from .case import PASSWORD
+from .case import PASSWORD, BrowsingTest
 from .waiting import wait_until
 from .windows import Window
 
@@ -13,6 +13,18 @@ CALENDAR = "Choose any date to view recorded navigation"
 RECORD = "Recorded navigation"
 WORKED = ("button", "toggle button", "checkbox", "combo box", "text box")
 LISTS = ("Allowable Domains", "Dis-allowed Domains")
+
+
+class PanelTest(BrowsingTest):
+    """A test of what the panel holds, with the panel open."""
+
+    panel = None  # one for all classes: they share the program
+
+    def setUp(self):
+        self.hands.front(self.frame.number)
+        super().setUp()
+        if not (PanelTest.panel and PanelTest.panel.open()):
+            PanelTest.panel = open_panel(self.desk, self.frame)
 
 
 def prompt(desk, frame):

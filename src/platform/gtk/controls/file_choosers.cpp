@@ -27,6 +27,20 @@ void ShutMenu(GtkWidget* chooser) {
   }
 }
 
+/// The bar of folders has arrows at its ends, which it gives a place only once it knows its folder; painted
+/// before that, as happens on a slow disk or a busy machine, the toolkit complains of them. Until the bar
+/// itself shows them they are out of sight.
+void HideArrows(GtkWidget* below) {
+  const bool isPathBar = g_strcmp0(G_OBJECT_TYPE_NAME(below), "GtkPathBar") == 0;
+  for (GtkWidget* each = gtk_widget_get_first_child(below); each != nullptr;
+       each = gtk_widget_get_next_sibling(each)) {
+    if (isPathBar && gtk_widget_get_width(each) == 0) {
+      gtk_widget_set_child_visible(each, FALSE);
+    }
+    HideArrows(each);
+  }
+}
+
 /// The chooser tells in a box of its own that a folder can't be read: in the program's dress while the
 /// chooser is open. One that was left while it still read tells that too, behind its back, and the box would
 /// hold up the whole program: it goes.
@@ -58,6 +72,7 @@ void OnNewWindows(GListModel* windows, guint from, guint /*removed*/, guint adde
     auto* window = GTK_WINDOW(g_list_model_get_item(windows, i));
     if (GTK_IS_FILE_CHOOSER(window)) {
       ShutMenu(GTK_WIDGET(window));
+      g_signal_connect(window, "map", G_CALLBACK(HideArrows), nullptr);
     } else if (GTK_IS_MESSAGE_DIALOG(window)) {
       // Its owner is not known before it is shown.
       g_signal_connect(window, "map", G_CALLBACK(OnBoxShown), nullptr);
