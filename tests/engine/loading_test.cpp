@@ -70,6 +70,59 @@ TEST_F(Loading, APageThatComesWhileTheNextIsAskedForIsToldByItsOwnAddress) {
   }
 }
 
+/// A script that keeps its page, and so the page's process, from everything else.
+constexpr const char* kBusy = "for (const end = Date.now() + 500; Date.now() < end;);";
+
+TEST_F(Loading, TheNextLoadIsNotLostIfThePageBeforeItComesFirst) {
+  TestWindow window;
+  for (int round = 0; round < 3; ++round) {
+    const std::string old = "/old" + std::to_string(round);
+    const std::string first = "/first" + std::to_string(round);
+    const std::string next = "/next" + std::to_string(round);
+    server.Serve(old, {"old"});
+    server.Serve(next, {"<title>" + next + "</title>next"});
+    // The page on the screen is too busy to ask about the next load; a page of another site needs no leave of
+    // it to come.
+    server.Serve(first, [&](const Request&) {
+      window.RunScript(kBusy);
+      window.Browser().Navigate(server.Url(next));
+      return Reply{"<title>" + first + "</title>first"};
+    });
+    ASSERT_TRUE(window.Load(server.Url(old)));
+    window.Browser().Navigate(server.Url(first, "localhost"));
+    ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));
+    EXPECT_EQ(window.Count("NavigateComplete2 top " + server.Url(next)), 1) << round;
+    EXPECT_EQ(window.Count("BeforeNavigate2 " + server.Url(next)), 1) << round;
+    EXPECT_EQ(server.Count(next), 1) << round;
+  }
+}
+
+TEST_F(Loading, AStepBackIsNotLostIfThePageBeforeItComesFirst) {
+  TestWindow window;
+  server.Serve("/far", {"<title>far</title>far"});
+  server.Serve("/old", {"<title>old</title>old"});
+  for (int round = 0; round < 3; ++round) {
+    const std::string first = "/first" + std::to_string(round);
+    server.Serve(first, [&](const Request&) {
+      window.RunScript(kBusy);
+      window.Browser().GoBack();
+      return Reply{"<title>" + first + "</title>first"};
+    });
+    ASSERT_TRUE(window.Load(server.Url("/far")));
+    ASSERT_TRUE(window.Load(server.Url("/old")));
+    ASSERT_TRUE(window.WaitFor("CommandStateChange 2 true"));
+    window.journal.clear();
+    window.Browser().Navigate(server.Url(first, "localhost"));
+    ASSERT_TRUE(window.WaitFor("TitleChange far")) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url("/far"));
+    EXPECT_EQ(window.Count("BeforeNavigate2 " + server.Url("/far")), 1) << round;
+    EXPECT_LE(window.Count("NavigateComplete2 top " + server.Url("/far")), 1) << round;
+  }
+}
+
 TEST_F(Loading, ALoadThatFailsBehindTheNextTakesNothingFromIt) {
   TestWindow window;
   for (int round = 0; round < 12; ++round) {
@@ -81,6 +134,21 @@ TEST_F(Loading, ALoadThatFailsBehindTheNextTakesNothingFromIt) {
       return Reply{"no page", "application/x-nothing-to-show"};
     });
     window.Browser().Navigate(server.Url(first));
+    ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));
+  }
+}
+
+TEST_F(Loading, ALoadAskedForAsATroublePageComesIsNotLost) {
+  constexpr int kDelays = 12;  // in milliseconds: somewhere among them the page of the trouble is coming
+  TestWindow window;
+  for (int round = 0; round < 3 * kDelays; ++round) {
+    const std::string next = "/next" + std::to_string(round);
+    server.Serve(next, {"<title>" + next + "</title>next"});
+    Glib::signal_timeout().connect_once([&, next] { window.Browser().Navigate(server.Url(next)); },
+                                        static_cast<unsigned>(round % kDelays));
+    window.Browser().Navigate("http://127.0.0.1:1/");
     ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
     ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
     EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));

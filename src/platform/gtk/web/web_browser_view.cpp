@@ -158,9 +158,8 @@ void BrowserView::Navigate(const std::string& text) {
   RequireView();
   const std::string address = EngineSpelling(text);
   desk_.AskForLoad(
-      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address, [this, address] {
-        BeginLoad(address, [this, address] { webkit_web_view_load_uri(view_, address.c_str()); });
-      });
+      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address,
+      [this, address] { BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); }); });
 }
 
 void BrowserView::GoInHistory(int steps) {
@@ -172,7 +171,7 @@ void BrowserView::GoInHistory(int steps) {
                                                         [](gpointer object) { g_object_unref(object); });
   const std::string address = Text(webkit_back_forward_list_item_get_uri(item));
   desk_.AskForLoad(address, address, NavigationDesk::LoadKind::History, [this, held] {
-    BeginLoad({}, [this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
+    BeginLoad([this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
   });
 }
 
@@ -181,7 +180,7 @@ void BrowserView::Refresh() {
   if (address_.empty()) return;
   const std::string address = address_;
   desk_.AskForLoad(address, address, NavigationDesk::LoadKind::Reload, [this, address] {
-    BeginLoad(address, [this, address] {
+    BeginLoad([this, address] {
       // After its process has ended the view has no address of its own to load again.
       if (EngineAddress() == address) {
         webkit_web_view_reload(view_);
@@ -196,7 +195,6 @@ void BrowserView::Stop() {
   RequireView();
   desk_.DropAll();
   starting_ = false;
-  asked_.clear();
   if (view_ != nullptr) webkit_web_view_stop_loading(view_);
 }
 
@@ -237,12 +235,14 @@ std::string BrowserView::Title() const {
 
 bool BrowserView::Busy() const { return starting_ || loading_ || desk_.Judging(); }
 
-void BrowserView::BeginLoad(const std::string& address, const std::function<void()>& load) {
+void BrowserView::BeginLoad(std::function<void()> load) {
   if (view_ == nullptr) return;
-  asked_ = address;
+  load_ = std::move(load);
+  toldPage_ = webkit_web_view_get_page_id(view_);
   starting_ = true;
+  overtaken_ = false;
   ownPage_ = false;
-  load();
+  load_();
 }
 
 }  // namespace kivandra::gtk

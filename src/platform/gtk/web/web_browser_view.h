@@ -89,8 +89,9 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void FrameCompleted(PageFrame& frame, const std::string& url) override;
 
   void Raise(const std::shared_ptr<Navigation>& navigation);
-  /// `address` is empty for a step through the history.
-  void BeginLoad(const std::string& address, const std::function<void()>& load);
+  void BeginLoad(std::function<void()> load);
+  /// Begins the program's last load once more if the engine lost it over the page that has just come.
+  void LoadLostAgain();
   void LoadCommitted();
   /// The address of the page that has just come. While a later load of the program is on its way the engine
   /// tells where that one leads.
@@ -134,12 +135,14 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<Presses> presses_;
   SignalConnections signals_;
 
-  std::string address_;  // of the page that is shown
-  std::string asked_;    // of the program's last load, until its page has come
-  std::string title_;    // of the page that is shown, as long as the engine does not tell it
+  std::string address_;         // of the page that is shown
+  std::function<void()> load_;  // begins the program's last load
+  guint64 toldPage_ = 0;        // the engine's number of the page that was told of it, new in each process
+  std::string title_;           // of the page that is shown, as long as the engine does not tell it
   std::string toldTitle_;
   std::string status_;       // last text told
   bool starting_ = false;    // the program's load was handed to the engine and has not started
+  bool overtaken_ = false;   // a page that was on its way before the program's load came first
   bool loading_ = false;     // between the start and the end of a page's load
   bool committed_ = false;   // the load that runs, or ran last, has put its page on the screen
   bool completing_ = false;  // the load has ended, its end is told in a moment

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The life of a page's load, from its start to its end or its failure.
+#include <utility>
+
 #include "platform/gtk/web/web_address.h"
 #include "platform/gtk/web/web_browser_view.h"
 #include "platform/gtk/web/web_text.h"
@@ -41,7 +43,7 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
 std::string BrowserView::CommittedAddress() const {
   const std::string told = EngineAddress();
   WebKitWebResource* page = webkit_web_view_get_main_resource(view_);
-  if (page == nullptr || ownPage_ || told != asked_) return told;
+  if (page == nullptr || ownPage_ || !desk_.AwaitedLoad()) return told;
   const std::string loaded = Text(webkit_web_resource_get_uri(page));
   return loaded.empty() || WithoutFragment(loaded) == WithoutFragment(told) ? told : loaded;
 }
@@ -54,17 +56,24 @@ void BrowserView::LoadCommitted() {
   toldTitle_.clear();
   judgingArrival_ = false;
   nextArrival_.reset();
-  // A page that was on its way before the program's last load: that one is still to come.
-  starting_ = Overtaken(address_);
-  if (!starting_) {
-    asked_.clear();
-    desk_.ForgetAllowedLoad();
-  }
+  // The engine asks about a load before its page comes: this page was on its way before the program's last
+  // load, and that one is still to come. No more than one page can be.
+  starting_ = desk_.AwaitedLoad() && !std::exchange(overtaken_, true);
+  if (!starting_) desk_.ForgetAllowedLoad();
   desk_.DropEngineQuestions();  // they came from the page that is gone
   resources_->Forget();
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
   Tell([&](WebBrowserEvents& events) { events.NavigateComplete2(page_, address_); });
   TellHistory();
+  LoadLostAgain();
+}
+
+void BrowserView::LoadLostAgain() {
+  if (view_ == nullptr || !starting_) return;
+  // If the page that came lives in another process than the one that was told of the load, that one is heard
+  // no more.
+  const guint64 page = webkit_web_view_get_page_id(view_);
+  if (std::exchange(toldPage_, page) != page) load_();
 }
 
 void BrowserView::LoadFinished() {
@@ -130,7 +139,8 @@ void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason
 }
 
 bool BrowserView::Overtaken(const std::string& address) const {
-  return !asked_.empty() && address != asked_ && EngineAddress() == asked_;
+  const std::optional<std::string> awaited = desk_.AwaitedLoad();
+  return awaited && *awaited != address;
 }
 
 void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {

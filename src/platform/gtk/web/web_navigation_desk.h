@@ -44,6 +44,10 @@ class NavigationDesk {
   /// The engine's question about a navigation of the page or of a frame in it. Takes the decision over.
   void DecideNavigation(WebKitPolicyDecision* decision, WebKitNavigationAction* action);
 
+  /// The address of the load that was allowed, if the engine has still to ask about it.
+  [[nodiscard]] std::optional<std::string> AwaitedLoad() const {
+    return allowed_ ? std::optional(allowed_->url) : std::nullopt;
+  }
   /// The engine asks no more about the load that was allowed.
   void ForgetAllowedLoad() { allowed_.reset(); }
   /// Drops what the engine has asked; loads of the program that are still being judged stay.
