@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -19,101 +18,36 @@ class FakeSubclassCalls : public SubclassCalls {
   static constexpr WindowHandle kBox = 7;
   static constexpr WindowHandle kEdit = 8;
 
-  explicit FakeSubclassCalls(Journal& journal) : journal_(journal) {}
+  explicit FakeSubclassCalls(Journal& journal);
+  ~FakeSubclassCalls() override;
 
-  void AttachMessage(ISubclass& subclass, WindowHandle hwnd, unsigned message) override {
-    journal_.Call("AttachMessage " + std::to_string(hwnd) + ", " + std::to_string(message));
-    attached.insert({hwnd, message});
-    receiver_ = &subclass;
-  }
-  void DetachMessage(ISubclass&, WindowHandle hwnd, unsigned message) override {
-    journal_.Call("DetachMessage " + std::to_string(hwnd) + ", " + std::to_string(message));
-    attached.erase({hwnd, message});
-  }
-  [[nodiscard]] unsigned CurrentMessage() const override { return current; }
-  [[nodiscard]] WindowHandle hWnd(const Control&) const override { return journal_.Call("hWnd"), kBox; }
-  [[nodiscard]] unsigned Style(WindowHandle) const override { return journal_.Call("Style"), style; }
-  [[nodiscard]] WindowHandle FirstChild(WindowHandle) const override {
-    return journal_.Call("FirstChild"), kEdit;
-  }
-  [[nodiscard]] bool DroppedState(WindowHandle) const override { return journal_.Call("Dropped"), dropped; }
-  [[nodiscard]] bool IsWindowEnabled(WindowHandle) const override {
-    return journal_.Call("IsWindowEnabled"), enabled;
-  }
-  [[nodiscard]] WindowHandle GetFocus() const override { return journal_.Call("GetFocus"), focus; }
-  [[nodiscard]] Point GetCursorPos() const override { return journal_.Call("GetCursorPos"), cursor; }
-  [[nodiscard]] Rect GetWindowRect(WindowHandle) const override {
-    return journal_.Call("GetWindowRect"), Rect{100, 200, 100 + client.right, 200 + client.bottom};
-  }
-  [[nodiscard]] Rect GetClientRect(WindowHandle) const override {
-    return journal_.Call("GetClientRect"), client;
-  }
-  void SetTimer(WindowHandle hwnd, unsigned number, unsigned milliseconds) override {
-    journal_.Call("SetTimer " + std::to_string(hwnd) + ", " + std::to_string(number) + ", " +
-                  std::to_string(milliseconds));
-    timer = true;
-  }
-  void KillTimer(WindowHandle hwnd, unsigned number) override {
-    journal_.Call("KillTimer " + std::to_string(hwnd) + ", " + std::to_string(number));
-    timer = false;
-  }
-  void InvalidateRect(WindowHandle hwnd, bool erase) override {
-    journal_.Call("InvalidateRect " + std::to_string(hwnd) + (erase ? ", erase" : ""));
-  }
-  [[nodiscard]] DrawingHandle GetDC(WindowHandle) override {
-    journal_.Call("GetDC");
-    ++drawings;
-    return 50;
-  }
-  void ReleaseDC(WindowHandle, DrawingHandle) override {
-    --drawings;
-    journal_.Call("ReleaseDC");
-  }
-  [[nodiscard]] PenHandle CreatePen(std::uint32_t color) override {
-    journal_.Call("CreatePen");
-    pens[++lastPen_] = color;
-    return lastPen_;
-  }
-  void DeletePen(PenHandle pen) override {
-    pens.erase(pen);
-    journal_.Call("DeletePen");
-  }
-  PenHandle SelectPen(DrawingHandle, PenHandle pen) override {
-    journal_.Call("SelectPen");
-    return std::exchange(pen_, pen);
-  }
-  void MoveToEx(DrawingHandle, long x, long y) override {
-    journal_.Call("MoveToEx");
-    at_ = {x, y};
-  }
-  void LineTo(DrawingHandle, long x, long y) override {
-    journal_.Call("LineTo");
-    while (at_.x != x || at_.y != y) {
-      pixels[{at_.x, at_.y}] = pens.at(pen_);
-      at_.x += (x > at_.x) - (x < at_.x);
-      at_.y += (y > at_.y) - (y < at_.y);
-    }
-  }
+  void AttachMessage(ISubclass& subclass, WindowHandle hwnd, unsigned message) override;
+  void DetachMessage(ISubclass&, WindowHandle hwnd, unsigned message) override;
+  [[nodiscard]] unsigned CurrentMessage() const override;
+  [[nodiscard]] WindowHandle hWnd(const Control&) const override;
+  [[nodiscard]] unsigned Style(WindowHandle) const override;
+  [[nodiscard]] WindowHandle FirstChild(WindowHandle) const override;
+  [[nodiscard]] bool DroppedState(WindowHandle) const override;
+  [[nodiscard]] bool IsWindowEnabled(WindowHandle) const override;
+  [[nodiscard]] WindowHandle GetFocus() const override;
+  [[nodiscard]] Point GetCursorPos() const override;
+  [[nodiscard]] Rect GetWindowRect(WindowHandle) const override;
+  [[nodiscard]] Rect GetClientRect(WindowHandle) const override;
+  void SetTimer(WindowHandle hwnd, unsigned number, unsigned milliseconds) override;
+  void KillTimer(WindowHandle hwnd, unsigned number) override;
+  void InvalidateRect(WindowHandle hwnd, bool erase) override;
+  [[nodiscard]] DrawingHandle GetDC(WindowHandle) override;
+  void ReleaseDC(WindowHandle, DrawingHandle) override;
+  [[nodiscard]] PenHandle CreatePen(std::uint32_t color) override;
+  void DeletePen(PenHandle pen) override;
+  PenHandle SelectPen(DrawingHandle, PenHandle pen) override;
+  void MoveToEx(DrawingHandle, long x, long y) override;
+  void LineTo(DrawingHandle, long x, long y) override;
 
   /// A message comes to the window; it is heard only if it was attached. The way it is handled.
-  int Send(WindowHandle hwnd, unsigned message) {
-    if (attached.count({hwnd, message}) == 0) {
-      return 0;
-    }
-    current = message;
-    const int response = receiver_->ISubclass_MsgResponse();
-    lastResult = receiver_->ISubclass_WindowProc(hwnd, message, 0, 0);
-    current = 0;
-    return response;
-  }
+  int Send(WindowHandle hwnd, unsigned message);
   /// The colours on the box, each once.
-  [[nodiscard]] std::set<std::uint32_t> Colors() const {
-    std::set<std::uint32_t> colors;
-    for (const auto& [place, color] : pixels) {
-      colors.insert(color);
-    }
-    return colors;
-  }
+  [[nodiscard]] std::set<std::uint32_t> Colors() const;
 
   std::set<std::pair<WindowHandle, unsigned>> attached;
   std::map<std::pair<long, long>, std::uint32_t> pixels;

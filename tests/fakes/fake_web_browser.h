@@ -4,7 +4,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "fakes/fake_controls.h"
@@ -15,44 +14,25 @@ namespace kivandra::fakes {
 /// A navigation that writes its answer to the journal. Unanswered means refused, as in the real one.
 class FakeNavigation : public Navigation {
  public:
-  FakeNavigation(std::string url, Journal& journal) : url_(std::move(url)), journal_(journal) {}
-  ~FakeNavigation() override { FakeNavigation::Refuse(); }
+  FakeNavigation(std::string url, Journal& journal);
+  ~FakeNavigation() override;
 
-  [[nodiscard]] const std::string& Url() const override { return url_; }
-  void Allow() override { Answer("allow ", true); }
-  void AllowFile() override { Answer("allow file ", true); }
-  void Refuse() override { Answer("refuse ", false); }
-  [[nodiscard]] bool Pending() const override { return pending_; }
-  void OnDropped(std::function<void()> handler) override { dropped_ = std::move(handler); }
+  [[nodiscard]] const std::string& Url() const override;
+  void Allow() override;
+  void AllowFile() override;
+  void Refuse() override;
+  [[nodiscard]] bool Pending() const override;
+  void OnDropped(std::function<void()> handler) override;
 
   /// The engine gives the question up.
-  void Drop() {
-    if (!pending_) {
-      return;
-    }
-    pending_ = false;
-    journal_.Note("dropped " + url_);
-    if (dropped_) {
-      std::exchange(dropped_, nullptr)();
-    }
-  }
-  [[nodiscard]] bool Allowed() const { return allowed_; }
+  void Drop();
+  [[nodiscard]] bool Allowed() const;
 
   /// Runs when the navigation is allowed.
   std::function<void()> whenAllowed;
 
  private:
-  void Answer(const char* what, bool allowed) {
-    if (!pending_) {
-      return;
-    }
-    pending_ = false;
-    allowed_ = allowed;
-    journal_.Note(what + url_);
-    if (allowed && whenAllowed) {
-      whenAllowed();
-    }
-  }
+  void Answer(const char* what, bool allowed);
 
   std::string url_;
   Journal& journal_;
@@ -63,10 +43,8 @@ class FakeNavigation : public Navigation {
 
 class FakeHtmlDocument : public HtmlDocument {
  public:
-  FakeHtmlDocument(std::string name, Journal& journal) : name_(std::move(name)), journal_(journal) {}
-  void PaintText(const std::string& text, int bound) override {
-    journal_.Call(name_ + ".PaintText " + Quoted(text) + ", " + std::to_string(bound));
-  }
+  FakeHtmlDocument(std::string name, Journal& journal);
+  void PaintText(const std::string& text, int bound) override;
 
  private:
   std::string name_;
@@ -75,14 +53,10 @@ class FakeHtmlDocument : public HtmlDocument {
 
 class FakePageFrame : public PageFrame {
  public:
-  FakePageFrame(std::string name, bool top, Journal& journal)
-      : document(std::make_shared<FakeHtmlDocument>(name, journal)),
-        name_(std::move(name)),
-        top_(top),
-        journal_(journal) {}
-  [[nodiscard]] bool IsTopLevel() const override { return top_; }
-  void ClearUnloadHandler() override { journal_.Call(name_ + ".onunload = 1"); }
-  [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override { return document; }
+  FakePageFrame(std::string name, bool top, Journal& journal);
+  [[nodiscard]] bool IsTopLevel() const override;
+  void ClearUnloadHandler() override;
+  [[nodiscard]] std::shared_ptr<HtmlDocument> Document() override;
 
   std::shared_ptr<HtmlDocument> document;
 
@@ -96,88 +70,27 @@ class FakePageFrame : public PageFrame {
 /// events.
 class FakeWebBrowser : public FakeControl, public WebBrowser {
  public:
-  FakeWebBrowser(const std::string& name, Journal& journal)
-      : FakeControl(name, journal), top(name + ".Document", true, journal), journal_(journal) {}
+  FakeWebBrowser(const std::string& name, Journal& journal);
 
-  void SetEvents(WebBrowserEvents* receiver) override { events = receiver; }
-  void Navigate(const std::string& address) override {
-    Say("Navigate " + Quoted(address));
-    Ask(address);
-  }
-  void Stop() override { Say("Stop"); }
-  void GoBack() override {
-    Say("GoBack");
-    if (back.empty()) {
-      throw PlatformError(kInvalidCall, "no page behind");
-    }
-    if (onBack) {
-      onBack();
-    }
-    Ask(back);
-  }
-  void GoForward() override {
-    Say("GoForward");
-    if (forward.empty()) {
-      throw PlatformError(kInvalidCall, "no page before");
-    }
-    Ask(forward);
-  }
-  void Refresh() override {
-    Say("Refresh");
-    Ask(locationURL);
-  }
-  [[nodiscard]] std::string LocationURL() const override { return locationURL; }
-  [[nodiscard]] std::string LocationName() const override { return locationName; }
-  [[nodiscard]] bool Busy() const override { return busy; }
-  [[nodiscard]] PageFrame* Page() override { return hasPage ? &top : nullptr; }
-  [[nodiscard]] int QueryStatusWB(int command) const override {
-    Say("QueryStatusWB " + std::to_string(command));
-    return 3;
-  }
-  void ExecWB(int command, int option, int value) override {
-    Say("ExecWB " + std::to_string(command) + ", " + std::to_string(option) +
-        (command == OLECMDID_ZOOM ? ", " + std::to_string(value) : ""));
-    if (onExec) {
-      onExec(command);
-    }
-  }
-  void SetRegisterAsBrowser(bool value) override {
-    Say(std::string("RegisterAsBrowser = ") + (value ? "True" : "False"));
-  }
-  void SetScriptObject(const std::string& name, ScriptObject* object) override {
-    Say("ScriptObject " + name + (object != nullptr ? " set" : " taken"));
-    scriptObject = object;
-  }
+  void SetEvents(WebBrowserEvents* receiver) override;
+  void Navigate(const std::string& address) override;
+  void Stop() override;
+  void GoBack() override;
+  void GoForward() override;
+  void Refresh() override;
+  [[nodiscard]] std::string LocationURL() const override;
+  [[nodiscard]] std::string LocationName() const override;
+  [[nodiscard]] bool Busy() const override;
+  [[nodiscard]] PageFrame* Page() override;
+  [[nodiscard]] int QueryStatusWB(int command) const override;
+  void ExecWB(int command, int option, int value) override;
+  void SetRegisterAsBrowser(bool value) override;
+  void SetScriptObject(const std::string& name, ScriptObject* object) override;
 
   /// The engine asks about an address of its own accord: a link, a frame, a redirect.
-  std::shared_ptr<FakeNavigation> Ask(const std::string& url) {
-    auto navigation = std::make_shared<FakeNavigation>(url, journal_);
-    asked.push_back(navigation);
-    if (events != nullptr) {
-      events->BeforeNavigate2(navigation);
-    }
-    return navigation;
-  }
+  std::shared_ptr<FakeNavigation> Ask(const std::string& url);
   /// A page arrives: what the engine raises for a top-level document, in its order.
-  void ShowPage(const std::string& url, const std::string& title) {
-    locationURL = url;
-    locationName = title;
-    if (events != nullptr) {
-      events->DownloadBegin();
-    }
-    if (events != nullptr) {
-      events->TitleChange(title);
-    }
-    if (events != nullptr) {
-      events->NavigateComplete2(top, url);
-    }
-    if (events != nullptr) {
-      events->DocumentComplete(top, url);
-    }
-    if (events != nullptr) {
-      events->DownloadComplete();
-    }
-  }
+  void ShowPage(const std::string& url, const std::string& title);
 
   WebBrowserEvents* events = nullptr;
   std::vector<std::weak_ptr<FakeNavigation>> asked;

@@ -14,13 +14,11 @@ namespace kivandra::fakes {
 
 /// A machine for one test: every fake, all writing to one journal, and fresh process-wide values.
 struct FakeWorld {
-  FakeWorld() {
-    ResetCoreValues();
-    FillSettingNames();
-  }
+  FakeWorld();
+  ~FakeWorld();
 
   /// What a setting holds, as text.
-  std::string Setting(const std::string& name) { return TextOf(ReadItem(registry, name)); }
+  std::string Setting(const std::string& name);
 
   Journal journal;
   FakeEventLoop loop{journal};

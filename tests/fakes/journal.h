@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -15,6 +14,9 @@ namespace kivandra::fakes {
 /// working.
 class Journal {
  public:
+  Journal();
+  ~Journal();
+
   std::vector<std::string> lines;
   long calls = 0;
   long failAt = 0;                                     // 0: never
@@ -22,41 +24,19 @@ class Journal {
   std::function<void(const std::string& line)> watch;  // sees each call before it is carried out
 
   /// Records an operation that may fail.
-  void Call(const std::string& line) {
-    ++calls;
-    if (watch) {
-      watch(line);
-    }
-    if (calls == failAt || line == failOn) {
-      lines.push_back("FAILED " + line);
-      throw PlatformError(kInvalidCall, "injected fault");
-    }
-    lines.push_back(line);
-  }
+  void Call(const std::string& line);
   /// Records what cannot fail.
-  void Note(const std::string& line) { lines.push_back(line); }
+  void Note(const std::string& line);
 
-  [[nodiscard]] bool Has(const std::string& line) const {
-    return std::find(lines.begin(), lines.end(), line) != lines.end();
-  }
-  [[nodiscard]] long Count(const std::string& line) const {
-    return static_cast<long>(std::count(lines.begin(), lines.end(), line));
-  }
+  [[nodiscard]] bool Has(const std::string& line) const;
+  [[nodiscard]] long Count(const std::string& line) const;
   /// The lines that contain `part`, in order.
-  [[nodiscard]] std::vector<std::string> With(const std::string& part) const {
-    std::vector<std::string> found;
-    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
-                 [&](const std::string& line) { return line.find(part) != std::string::npos; });
-    return found;
-  }
+  [[nodiscard]] std::vector<std::string> With(const std::string& part) const;
   /// Position of the first line equal to `line`, or -1.
-  [[nodiscard]] long Index(const std::string& line) const {
-    const auto at = std::find(lines.begin(), lines.end(), line);
-    return at == lines.end() ? -1 : static_cast<long>(at - lines.begin());
-  }
-  void Clear() { lines.clear(); }
+  [[nodiscard]] long Index(const std::string& line) const;
+  void Clear();
 };
 
-inline std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
+std::string Quoted(const std::string& text);
 
 }  // namespace kivandra::fakes

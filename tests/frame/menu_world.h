@@ -20,37 +20,21 @@ namespace kivandra {
 struct MenuWorld : fakes::FakeWorld {
   enum class Services { All, None };
 
-  explicit MenuWorld(Services services = Services::All) {
-    ResetFilterValues();
-    frame = std::make_unique<frmMain>(Parts(services));
-    link.frame = frame.get();
-    SkinFile = "/program/winaqua.skn";
-    SaveItem(registry, "F_C", "1");
-    SaveItem(registry, "FirstTime", "1");
-  }
+  explicit MenuWorld(Services services = Services::All);
+  ~MenuWorld();
 
   /// The frame is up, the five unfiltered seconds have passed, the first child shows a page.
-  void Start() {
-    frame->Load();
-    frame->SetVisible(true);
-    loop.Advance(5000);
-    Browser().ShowPage("http://first.example/", "First");
-    journal.Clear();
-  }
+  void Start();
   /// As Start, but the child has been closed.
-  void StartWithoutChild() {
-    Start();
-    Child().Close(UnloadMode::ControlMenu);
-    journal.Clear();
-  }
+  void StartWithoutChild();
 
-  fakes::FakeForm& Frame() { return forms.Of("frmMain"); }
-  fakes::FakeForm& Child(int number = 1) { return forms.Of("frmBrowser#" + std::to_string(number)); }
-  fakes::FakeWebBrowser& Browser(int number = 1) { return Child(number).BrowserOf("brwWebBrowser"); }
-  fakes::FakeWebBrowser& BannerControl() { return Frame().BrowserOf("brwBanner"); }
-  fakes::FakeCommonDialog& Dialog() { return Frame().DialogOf("CommonDialog1"); }
+  fakes::FakeForm& Frame();
+  fakes::FakeForm& Child(int number = 1);
+  fakes::FakeWebBrowser& Browser(int number = 1);
+  fakes::FakeWebBrowser& BannerControl();
+  fakes::FakeCommonDialog& Dialog();
   /// A person chooses a menu entry.
-  void Choose(const std::string& name) { Frame().MenusOf("Menu").Choose(name); }
+  void Choose(const std::string& name);
 
   fakes::FakeKeyboardHook keyboard{journal};
   FrameLink link;
@@ -63,42 +47,7 @@ struct MenuWorld : fakes::FakeWorld {
   std::unique_ptr<frmMain> frame;
 
  private:
-  FrameServices Parts(Services services) {
-    FrameServices parts{
-        forms,
-        loop,
-        boxes,
-        registry,
-        instance,
-        session,
-        sound,
-        keyboard,
-        shell,
-        files,
-        system,
-        application,
-        [this] {
-          return frmBrowser::Create(
-              {forms, gate, browserFrame, clipboard, registry, boxes, keyboard, pageObject, {}, {}});
-        },
-        {},
-        {},
-        {},
-        {},
-        {}};
-    if (services == Services::All) {
-      parts.CheckForUpdate = [this](bool quiet) {
-        journal.Call(std::string("CheckForUpdate ") + (quiet ? "True" : "False"));
-      };
-      parts.showPassword = [this] { journal.Call("showPassword"); };
-      parts.openFavourites = [this] { journal.Call("openFavourites"); };
-      parts.addFavourite = [this](const std::string& url, const std::string& title) {
-        journal.Call("addFavourite " + fakes::Quoted(url) + ", " + fakes::Quoted(title));
-      };
-      parts.organizeFavourites = [this] { journal.Call("organizeFavourites"); };
-    }
-    return parts;
-  }
+  FrameServices Parts(Services services);
 };
 
 }  // namespace kivandra

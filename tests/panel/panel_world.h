@@ -14,45 +14,26 @@ namespace kivandra::fakes {
 /// The frame as the parent's windows see it: its status bar.
 class FakePanelFrame : public PanelFrame {
  public:
-  explicit FakePanelFrame(Journal& journal) : bar("frmMain.Status", journal) {}
-  StatusBar& Status() override { return bar; }
+  explicit FakePanelFrame(Journal& journal);
+  ~FakePanelFrame() override;
+  StatusBar& Status() override;
   FakeStatusBar bar;
 };
 
 /// The panel and what it needs; every process-wide value is fresh.
 struct PanelWorld : FakeWorld {
-  PanelWorld() {
-    ResetFilterValues();
-    ResetPanelValues();
-    WindowsDirectory = "/data";
-    SkinFile = "/program/winaqua.skn";
-  }
+  PanelWorld();
+  ~PanelWorld();
 
-  FakeForm& Panel() { return forms.Of("frmOptions"); }
-  FakeForm& Viewer() { return forms.Of("Navigation"); }
-  FakeForm& LinkWindow() { return forms.Of("parentbrowse"); }
-  FakeComboBox& Combo(int index) { return Panel().ComboOf("Combo1_" + std::to_string(index)); }
+  FakeForm& Panel();
+  FakeForm& Viewer();
+  FakeForm& LinkWindow();
+  FakeComboBox& Combo(int index);
   /// Types into one of the two lists' boxes and presses a key.
-  bool Press(int index, const std::string& text, int keyCode) {
-    Combo(index).text = text;
-    return Combo(index).Press(keyCode);
-  }
+  bool Press(int index, const std::string& text, int keyCode);
   /// A slot of a list as it stands in the settings tree.
-  std::string Slot(const std::string& section, int slot) {
-    cRegistry at(registry);
-    at.SetClassKey(HKEY_CLASSES_ROOT);
-    at.SetSectionKey(section);
-    at.SetValueKey(std::to_string(slot));
-    return TextOf(at.Value());
-  }
-  void PutSlot(const std::string& section, int slot, Variant value, std::uint32_t type = REG_SZ) {
-    cRegistry at(registry);
-    at.SetClassKey(HKEY_CLASSES_ROOT);
-    at.SetSectionKey(section);
-    at.SetValueKey(std::to_string(slot));
-    at.SetValueType(type);
-    at.SetValue(std::move(value));
-  }
+  std::string Slot(const std::string& section, int slot);
+  void PutSlot(const std::string& section, int slot, Variant value, std::uint32_t type = REG_SZ);
 
   FakePanelFrame frame{journal};
   frmOptions panel{{forms, boxes, registry, files, system, frame, [this] { journal.Call("DB"); },
