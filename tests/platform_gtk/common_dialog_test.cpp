@@ -2,6 +2,9 @@
 // The dialog in which a person chooses a file.
 #include "platform/common_dialog.h"
 
+#include <filesystem>
+#include <fstream>
+
 #include "platform/platform_error.h"
 #include "platform_gtk/own_forms.h"
 

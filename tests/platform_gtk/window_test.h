@@ -23,57 +23,39 @@ inline const std::string kAssets = KV_SOURCE_DIR "/assets";
 /// Stands for the engine: an empty page that can have the focus.
 class EmptyBrowser : public WidgetControl, public WebBrowser {
  public:
-  explicit EmptyBrowser(Gtk::Box& place) : WidgetControl(place) {
-    auto* page = Gtk::make_managed<Gtk::DrawingArea>();
-    page->set_focusable(true);
-    page->set_expand(true);
-    place.append(*page);
-  }
-  void Navigate(const std::string&) override { Alive(); }
-  void Stop() override { Alive(); }
-  void SetEvents(WebBrowserEvents*) override {}
-  void GoBack() override { Alive(); }
-  void GoForward() override { Alive(); }
-  void Refresh() override { Alive(); }
-  [[nodiscard]] std::string LocationURL() const override { return {}; }
-  [[nodiscard]] std::string LocationName() const override { return {}; }
-  [[nodiscard]] bool Busy() const override { return false; }
-  void ExecWB(int, int, int) override { Alive(); }
-  [[nodiscard]] int QueryStatusWB(int) const override { return 0; }
-  void SetRegisterAsBrowser(bool) override { Alive(); }
-  void SetScriptObject(const std::string&, ScriptObject*) override { Alive(); }
+  explicit EmptyBrowser(Gtk::Box& place);
+  void Navigate(const std::string&) override;
+  void Stop() override;
+  void SetEvents(WebBrowserEvents*) override;
+  void GoBack() override;
+  void GoForward() override;
+  void Refresh() override;
+  [[nodiscard]] std::string LocationURL() const override;
+  [[nodiscard]] std::string LocationName() const override;
+  [[nodiscard]] bool Busy() const override;
+  void ExecWB(int, int, int) override;
+  [[nodiscard]] int QueryStatusWB(int) const override;
+  void SetRegisterAsBrowser(bool) override;
+  void SetScriptObject(const std::string&, ScriptObject*) override;
 };
 
 class EmptyPages : public EngineFactory {
  public:
-  std::unique_ptr<WebBrowser> MakeBrowser(Gtk::Box& place) override {
-    return std::make_unique<EmptyBrowser>(place);
-  }
-  std::unique_ptr<PageView> MakePageView(Gtk::Box& place) override {
-    return std::make_unique<EmptyBrowser>(place);
-  }
+  std::unique_ptr<WebBrowser> MakeBrowser(Gtk::Box& place) override;
+  std::unique_ptr<PageView> MakePageView(Gtk::Box& place) override;
 };
 
 /// Writes what a window tells into a list that several windows share.
 class Teller : public FormEvents {
  public:
-  Teller(std::string name, std::vector<std::string>& journal) : name_(std::move(name)), journal_(journal) {}
-  void Form_Activate() override { journal_.push_back(name_ + " activated"); }
-  void Form_Deactivate() override { journal_.push_back(name_ + " deactivated"); }
-  void Form_Resize() override { ++resizes; }
-  void Form_QueryUnload(bool& cancel, UnloadMode mode) override {
-    journal_.push_back(name_ + " asked " + std::to_string(static_cast<int>(mode)));
-    cancel = refuses;
-    if (whenAsked) {
-      whenAsked();
-    }
-  }
-  void Form_Unload() override {
-    journal_.push_back(name_ + " unloaded");
-    if (whenUnloaded) {
-      whenUnloaded();
-    }
-  }
+  Teller(std::string name, std::vector<std::string>& journal);
+  ~Teller() override;
+
+  void Form_Activate() override;
+  void Form_Deactivate() override;
+  void Form_Resize() override;
+  void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
+  void Form_Unload() override;
 
   bool refuses = false;
   int resizes = 0;
@@ -87,34 +69,16 @@ class Teller : public FormEvents {
 
 class WindowTest : public ::testing::Test {
  protected:
-  ~WindowTest() override { Settle(); }
+  WindowTest();
+  ~WindowTest() override;
 
   /// Runs events until `done`. Gives up after ten seconds, more than anything takes on a busy machine.
   /// Not every condition comes with an event, so it is looked at now and then.
-  bool Until(const std::function<bool()>& done) {
-    constexpr unsigned kLookMilliseconds = 20;
-    int looks = 500;
-    const auto timer = Glib::signal_timeout().connect([&looks] { return --looks, true; }, kLookMilliseconds);
-    while (!done() && looks > 0) {
-      loop.WaitForEvents();
-    }
-    sigc::connection(timer).disconnect();
-    return done();
-  }
-  void Settle() { loop.DoEvents(); }
+  bool Until(const std::function<bool()>& done);
+  void Settle();
 
-  std::shared_ptr<Form> LoadFrame() {
-    auto frame = forms.Load("frmMain");
-    area = &frame->Get<MdiClient>("MDIClient");
-    return frame;
-  }
-  std::shared_ptr<Form> LoadChild(FormEvents& events) {
-    auto child = forms.Load("frmBrowser");
-    child->SetEvents(&events);
-    child->Get<WebBrowser>("brwWebBrowser");
-    child->SetVisible(true);
-    return child;
-  }
+  std::shared_ptr<Form> LoadFrame();
+  std::shared_ptr<Form> LoadChild(FormEvents& events);
 
   EmptyPages pages;
   MainEvents loop;
