@@ -43,8 +43,18 @@ class Desk:
     def __init__(self, program):
         self.program = program
         self.display = display()
-        self.hands = Hands(self.display)
+        self.hands = Hands(self.display, self._answered)
         self._bus = Accessibility(self.display.bus_address)
+        self._root = None
+
+    def _answered(self):
+        """Waits until the program answers a question: it has seen what came before, then."""
+        try:
+            self._root = self._root or self._bus.application(self.program.pid)
+            if self._root:
+                self._root.children()
+        except Gone:
+            pass  # a program that ends sees nothing more
 
     def windows(self):
         """Every top window that is shown, the oldest first."""

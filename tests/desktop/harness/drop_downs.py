@@ -48,9 +48,7 @@ class DropDown:
     def point(self, name):
         """Rests the pointer on a row that opens another drop-down; gives that."""
         row = self.row(name)
-        x, y = self.middle(row)
-        self.window.hands.move(x - 3, y)
-        self.window.hands.move(x, y)
+        self.window.hands.move(*self.middle(row))
         return below(self.window, row)
 
     def gone(self):

@@ -7,8 +7,9 @@ from .close_message import ask_to_close
 
 
 class Hands:
-    def __init__(self, display):
-        self._display = display
+    def __init__(self, display, seen=lambda: None):
+        """`seen` waits until the program has seen what was done so far."""
+        self._display, self._seen = display, seen
         self._environment = display.environment
 
     def _xdotool(self, *words, check=True):
@@ -49,10 +50,15 @@ class Hands:
         """Asks a window to close as a desktop's close command does."""
         ask_to_close(self._environment["DISPLAY"], window)
 
-    def move(self, x, y):
-        self._xdotool("mousemove", x, y)
+    # Like a person, never move and press in the same instant: the toolkit would still look at the old place. For a
+    # program that is busy it is the same instant until it has seen the one. And a pointer comes over a thing before it
+    # rests on it: what closed or opened beneath it meanwhile is noticed by then.
 
-    # Like a person, never move and press in the same instant: the toolkit would still look at the old place.
+    def move(self, x, y):
+        self._xdotool("mousemove", max(0, x - 2), y)
+        self._seen()
+        self._xdotool("mousemove", x, y)
+        self._seen()
 
     def click(self, x, y, button=1, times=1):
         self.move(x, y)
