@@ -140,6 +140,7 @@ void BrowserView::Close() {
   presses_->Cut();
   desk_.DropAll();
   page_.End();
+  load_ = nullptr;
   WebKitWebView* view = std::exchange(view_, nullptr);
   webkit_web_view_stop_loading(view);
   g_object_unref(view);
@@ -157,9 +158,8 @@ void BrowserView::RequireView() const {
 void BrowserView::Navigate(const std::string& text) {
   RequireView();
   const std::string address = EngineSpelling(text);
-  desk_.AskForLoad(
-      SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address,
-      [this, address] { BeginLoad([this, address] { webkit_web_view_load_uri(view_, address.c_str()); }); });
+  desk_.AskForLoad(SpellingToJudge(text, address), address, NavigationDesk::LoadKind::Address,
+                   [this, address] { BeginLoad(address, LoadOf(address)); });
 }
 
 void BrowserView::GoInHistory(int steps) {
@@ -170,8 +170,11 @@ void BrowserView::GoInHistory(int steps) {
   const std::shared_ptr<WebKitBackForwardListItem> held(WEBKIT_BACK_FORWARD_LIST_ITEM(g_object_ref(item)),
                                                         [](gpointer object) { g_object_unref(object); });
   const std::string address = Text(webkit_back_forward_list_item_get_uri(item));
-  desk_.AskForLoad(address, address, NavigationDesk::LoadKind::History, [this, held] {
-    BeginLoad([this, held] { webkit_web_view_go_to_back_forward_list_item(view_, held.get()); });
+  desk_.AskForLoad(address, address, NavigationDesk::LoadKind::History, [this, address, held] {
+    BeginLoad(address, [this, held] {
+      step_ = held.get();
+      webkit_web_view_go_to_back_forward_list_item(view_, held.get());
+    });
   });
 }
 
@@ -180,14 +183,11 @@ void BrowserView::Refresh() {
   if (address_.empty()) return;
   const std::string address = address_;
   desk_.AskForLoad(address, address, NavigationDesk::LoadKind::Reload, [this, address] {
-    BeginLoad([this, address] {
-      // After its process has ended the view has no address of its own to load again.
-      if (EngineAddress() == address) {
-        webkit_web_view_reload(view_);
-      } else {
-        webkit_web_view_load_uri(view_, address.c_str());
-      }
-    });
+    // After its process has ended the view has no address of its own to load again; while a page is coming it
+    // would load that one again.
+    const bool again = EngineAddress() == address;
+    BeginLoad(address, again ? [this] { webkit_web_view_reload(view_); } : LoadOf(address));
+    load_ = LoadOf(address);
   });
 }
 
@@ -195,7 +195,9 @@ void BrowserView::Stop() {
   RequireView();
   desk_.DropAll();
   starting_ = false;
-  if (view_ != nullptr) webkit_web_view_stop_loading(view_);
+  if (view_ == nullptr) return;
+  webkit_web_view_stop_loading(view_);
+  LookWhereItStands();
 }
 
 void BrowserView::ExecWB(int command, int option, int value) {
@@ -234,15 +236,5 @@ std::string BrowserView::Title() const {
 }
 
 bool BrowserView::Busy() const { return starting_ || loading_ || desk_.Judging(); }
-
-void BrowserView::BeginLoad(std::function<void()> load) {
-  if (view_ == nullptr) return;
-  load_ = std::move(load);
-  toldPage_ = webkit_web_view_get_page_id(view_);
-  starting_ = true;
-  overtaken_ = false;
-  ownPage_ = false;
-  load_();
-}
 
 }  // namespace kivandra::gtk

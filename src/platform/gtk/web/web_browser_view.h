@@ -76,7 +76,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   gboolean OnPrint(WebKitPrintOperation* operation);
   void OnReadyToShow();
   void OnCloseRequested();
-  void OnAddress(GParamSpec* property);
+  void OnAddress(GParamSpec* /*property*/) { LookWhereItStands(); }
   void OnTitle(GParamSpec* property);
   void OnLoading(GParamSpec* property);
   void OnGeometry(GParamSpec* property);
@@ -89,7 +89,16 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void FrameCompleted(PageFrame& frame, const std::string& url) override;
 
   void Raise(const std::shared_ptr<Navigation>& navigation);
-  void BeginLoad(std::function<void()> load);
+  /// Takes over a load that was allowed, and begins it.
+  void BeginLoad(const std::string& address, std::function<void()> load);
+  void HandOverLoad();
+  [[nodiscard]] std::function<void()> LoadOf(const std::string& address);
+  /// Looks whether the program's step through the history has been made.
+  void NoteStep();
+  /// Whether the engine has not yet come to the program's last load.
+  [[nodiscard]] bool AwaitsLoad() const;
+  /// Whether a step of the program through the history leads there, and the engine has not asked about it.
+  [[nodiscard]] bool StepsTo(const std::string& address) const;
   /// Begins the program's last load once more if the engine lost it over the page that has just come.
   void LoadLostAgain();
   void LoadCommitted();
@@ -100,6 +109,8 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void CompleteLoad();
   /// Whether the engine's address is that of the page on the screen, and not that of a load on its way.
   [[nodiscard]] bool StandsInPage() const;
+  /// Notices a step inside the page that has not been told yet.
+  void LookWhereItStands();
   void ArrivedInPage(const std::string& url);
   void AskForArrival(const std::string& url);
   void ReportArrival(const std::string& url);
@@ -135,14 +146,17 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<Presses> presses_;
   SignalConnections signals_;
 
-  std::string address_;         // of the page that is shown
-  std::function<void()> load_;  // begins the program's last load
-  guint64 toldPage_ = 0;        // the engine's number of the page that was told of it, new in each process
-  std::string title_;           // of the page that is shown, as long as the engine does not tell it
+  std::string address_;                              // of the page that is shown
+  std::string asked_;                                // address of the program's last load
+  std::function<void()> load_;                       // begins it once more
+  const WebKitBackForwardListItem* step_ = nullptr;  // where it leads, if it is a step through the history
+  bool stepMade_ = false;
+  guint64 toldPage_ = 0;  // the engine's number of the page that was told of it, new in each process
+  std::string title_;     // of the page that is shown, as long as the engine does not tell it
   std::string toldTitle_;
   std::string status_;       // last text told
   bool starting_ = false;    // the program's load was handed to the engine and has not started
-  bool overtaken_ = false;   // a page that was on its way before the program's load came first
+  int overtakings_ = 0;      // pages that were on their way before the program's load and came first
   bool loading_ = false;     // between the start and the end of a page's load
   bool committed_ = false;   // the load that runs, or ran last, has put its page on the screen
   bool completing_ = false;  // the load has ended, its end is told in a moment

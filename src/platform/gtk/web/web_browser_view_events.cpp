@@ -37,7 +37,7 @@ bool BrowserView::StandsInPage() const {
   return loading_ ? committed_ : webkit_web_view_is_loading(view_) == FALSE;
 }
 
-void BrowserView::OnAddress(GParamSpec* /*property*/) {
+void BrowserView::LookWhereItStands() {
   // While a load is on its way the engine shows where it leads, before anything is judged.
   const std::string address = EngineAddress();
   if (address.empty() || address == address_ || !StandsInPage()) return;
@@ -206,6 +206,7 @@ void BrowserView::OnMouseTarget(WebKitHitTestResult* target, guint /*modifiers*/
 }
 
 void BrowserView::OnHistoryChanged(WebKitBackForwardListItem* /*added*/, gpointer /*removed*/) {
+  NoteStep();
   Later([this] { TellHistory(); });
 }
 

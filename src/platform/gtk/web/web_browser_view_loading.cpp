@@ -9,6 +9,10 @@
 namespace kivandra::gtk {
 namespace {
 
+/// How many pages may come before the program's load, which was asked for after them: one that sends itself
+/// on comes twice.
+constexpr int kMostOvertakings = 3;
+
 WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
   // The engine drops the connection when it doesn't trust the site, and at times it hears of that before it
   // hears of the reason. A load that the program or the page gave up ends in the engine's own kind of error.
@@ -18,6 +22,31 @@ WebPages::Trouble TroubleOf(GError* error, const std::string& address) {
 }
 
 }  // namespace
+
+std::function<void()> BrowserView::LoadOf(const std::string& address) {
+  return [this, address] { webkit_web_view_load_uri(view_, address.c_str()); };
+}
+
+void BrowserView::BeginLoad(const std::string& address, std::function<void()> load) {
+  if (view_ == nullptr) return;
+  asked_ = address;
+  overtakings_ = 0;
+  // The engine's questions were just dropped, and where the page stood no longer matters.
+  judgingArrival_ = false;
+  nextArrival_.reset();
+  step_ = nullptr;
+  stepMade_ = false;
+  load_ = std::move(load);
+  HandOverLoad();
+}
+
+void BrowserView::HandOverLoad() {
+  toldPage_ = webkit_web_view_get_page_id(view_);
+  starting_ = true;
+  ownPage_ = false;
+  const auto load = load_;
+  load();
+}
 
 void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
   switch (event) {
@@ -56,9 +85,7 @@ void BrowserView::LoadCommitted() {
   toldTitle_.clear();
   judgingArrival_ = false;
   nextArrival_.reset();
-  // The engine asks about a load before its page comes: this page was on its way before the program's last
-  // load, and that one is still to come. No more than one page can be.
-  starting_ = desk_.AwaitedLoad() && !std::exchange(overtaken_, true);
+  starting_ = AwaitsLoad() && ++overtakings_ <= kMostOvertakings;
   if (!starting_) desk_.ForgetAllowedLoad();
   desk_.DropEngineQuestions();  // they came from the page that is gone
   resources_->Forget();
@@ -68,12 +95,22 @@ void BrowserView::LoadCommitted() {
   LoadLostAgain();
 }
 
+void BrowserView::NoteStep() {
+  WebKitBackForwardList* list = webkit_web_view_get_back_forward_list(view_);
+  stepMade_ = stepMade_ || (step_ != nullptr && webkit_back_forward_list_get_current_item(list) == step_);
+}
+
+bool BrowserView::AwaitsLoad() const {
+  // The engine asks about a load before its page comes: one that comes before was on its way already. But
+  // about a step inside the page it never asks; that one is over when it has been made.
+  return desk_.AwaitedLoad() && !stepMade_;
+}
+
 void BrowserView::LoadLostAgain() {
   if (view_ == nullptr || !starting_) return;
   // If the page that came lives in another process than the one that was told of the load, that one is heard
   // no more.
-  const guint64 page = webkit_web_view_get_page_id(view_);
-  if (std::exchange(toldPage_, page) != page) load_();
+  if (webkit_web_view_get_page_id(view_) != toldPage_) HandOverLoad();
 }
 
 void BrowserView::LoadFinished() {
@@ -112,6 +149,7 @@ void BrowserView::CompleteLoad() {
   }
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Done"); });
   TellDownloadComplete();
+  LookWhereItStands();  // a step inside the page that was on the screen meanwhile
 }
 
 gboolean BrowserView::OnLoadFailed(WebKitLoadEvent /*event*/, const char* address, GError* error) {
@@ -135,12 +173,17 @@ void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason
   loading_ = false;
   completing_ = false;
   TellDownloadComplete();
-  Later([this, address] { ShowTrouble(WebPages::Trouble::Stopped, address); });
+  Later([this, address] {
+    if (desk_.AwaitedLoad()) {
+      HandOverLoad();  // whoever was told of it has gone
+    } else {
+      ShowTrouble(WebPages::Trouble::Stopped, address);
+    }
+  });
 }
 
 bool BrowserView::Overtaken(const std::string& address) const {
-  const std::optional<std::string> awaited = desk_.AwaitedLoad();
-  return awaited && *awaited != address;
+  return address != asked_ && (desk_.AwaitedLoad() || (starting_ && EngineAddress() == asked_));
 }
 
 void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& address) {
@@ -154,12 +197,21 @@ void BrowserView::OnLoading(GParamSpec* /*property*/) {
   if (webkit_web_view_is_loading(view_) != FALSE || !starting_) return;
   starting_ = false;
   const std::string address = EngineAddress();
-  if (address == address_) return;  // not decided yet, and the engine shows the old address until then
+  if (!StepsTo(address)) {
+    LookWhereItStands();
+    return;
+  }
   // A step back or forward inside the page: it was judged before it began, and the engine asks nothing.
   Later([this, address] {
+    if (!StepsTo(address)) return;
     desk_.ForgetAllowedLoad();
     if (!loading_ && address != address_ && address == EngineAddress()) ReportArrival(address);
   });
+}
+
+bool BrowserView::StepsTo(const std::string& address) const {
+  const auto& awaited = desk_.AwaitedLoad();
+  return awaited && awaited->kind == NavigationDesk::LoadKind::History && awaited->url == address;
 }
 
 }  // namespace kivandra::gtk

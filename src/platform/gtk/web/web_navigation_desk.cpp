@@ -24,7 +24,8 @@ bool FitsKind(WebKitNavigationType type, NavigationDesk::LoadKind kind) {
     case NavigationDesk::LoadKind::History:
       return type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD;
     case NavigationDesk::LoadKind::Reload:
-      return type == WEBKIT_NAVIGATION_TYPE_RELOAD || type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
+      return type == WEBKIT_NAVIGATION_TYPE_RELOAD || type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED ||
+             type == WEBKIT_NAVIGATION_TYPE_OTHER;
   }
   return false;
 }

@@ -44,10 +44,12 @@ class NavigationDesk {
   /// The engine's question about a navigation of the page or of a frame in it. Takes the decision over.
   void DecideNavigation(WebKitPolicyDecision* decision, WebKitNavigationAction* action);
 
-  /// The address of the load that was allowed, if the engine has still to ask about it.
-  [[nodiscard]] std::optional<std::string> AwaitedLoad() const {
-    return allowed_ ? std::optional(allowed_->url) : std::nullopt;
-  }
+  struct AllowedLoad {
+    std::string url;  // in the engine's spelling
+    LoadKind kind;
+  };
+  /// The load that was allowed, if the engine has still to ask about it.
+  [[nodiscard]] const std::optional<AllowedLoad>& AwaitedLoad() const { return allowed_; }
   /// The engine asks no more about the load that was allowed.
   void ForgetAllowedLoad() { allowed_.reset(); }
   /// Drops what the engine has asked; loads of the program that are still being judged stay.
@@ -57,11 +59,6 @@ class NavigationDesk {
 
  private:
   using Held = std::vector<std::weak_ptr<HeldNavigation>>;
-  struct AllowedLoad {
-    std::string url;
-    LoadKind kind;
-  };
-
   static void Drop(Held& held);
   static void Remember(Held& held, const std::shared_ptr<HeldNavigation>& navigation);
   [[nodiscard]] bool TakeAllowedLoad(const std::string& url, WebKitNavigationAction* action);
