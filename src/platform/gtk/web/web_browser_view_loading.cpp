@@ -107,7 +107,7 @@ bool BrowserView::AwaitsLoad() const {
 }
 
 void BrowserView::LoadLostAgain() {
-  if (view_ == nullptr || !starting_) return;
+  if (view_ == nullptr || !starting_ || !desk_.AwaitedLoad()) return;
   // If the page that came lives in another process than the one that was told of the load, that one is heard
   // no more.
   if (webkit_web_view_get_page_id(view_) != toldPage_) HandOverLoad();
