@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the program or a page asks for while something else is still on its way.
+#include <chrono>
+
 #include "engine/engine_test.h"
 
 namespace kivandra::testing {
@@ -57,6 +59,34 @@ TEST_F(OverlappingLoads, TheNextLoadIsNotLostIfThePageBeforeItComesFirst) {
     EXPECT_EQ(window.Count("NavigateComplete2 top " + server.Url(next)), 1) << round;
     EXPECT_EQ(window.Count("BeforeNavigate2 " + server.Url(next)), 1) << round;
     EXPECT_EQ(server.Count(next), 1) << round;
+  }
+}
+
+TEST_F(OverlappingLoads, TheNextLoadIsNotLostWhileAPageOfAnotherSiteIsComing) {
+  // Between the page's request and the next load: somewhere among them the page is just arriving.
+  constexpr std::chrono::microseconds kStep(200);
+  constexpr int kRounds = 60;
+  TestWindow window;
+  server.Serve("/old", {"old"});
+  for (int round = 0; round < kRounds; ++round) {
+    const std::string next = "/next" + std::to_string(round);
+    server.Serve(next, {"<title>" + next + "</title>next"});
+    server.Serve("/first", [&, next](const Request&) {
+      const auto moment = std::chrono::steady_clock::now() + round * kStep;
+      Glib::signal_idle().connect([&, next, moment] {
+        if (std::chrono::steady_clock::now() < moment) return true;
+        window.Browser().Navigate(server.Url(next));
+        return false;
+      });
+      return Reply{"<title>first</title>first"};
+    });
+    ASSERT_TRUE(window.Load(server.Url("/old")));
+    window.Browser().Navigate(server.Url("/first", "localhost"));
+    ASSERT_TRUE(window.WaitFor("TitleChange " + next)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return !window.Browser().Busy(); })) << round;
+    EXPECT_EQ(window.Browser().LocationURL(), server.Url(next));
+    EXPECT_EQ(window.Count("NavigateComplete2 top " + server.Url(next)), 1) << round;
+    EXPECT_EQ(window.Count("BeforeNavigate2 " + server.Url(next)), 1) << round;
   }
 }
 

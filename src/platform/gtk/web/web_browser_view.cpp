@@ -193,7 +193,9 @@ void BrowserView::Refresh() {
 
 void BrowserView::Stop() {
   RequireView();
+  ForgetArrival();
   desk_.DropAll();
+  decided_.reset();
   starting_ = false;
   if (view_ == nullptr) return;
   webkit_web_view_stop_loading(view_);

@@ -92,10 +92,11 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   /// Takes over a load that was allowed, and begins it.
   void BeginLoad(const std::string& address, std::function<void()> load);
   void HandOverLoad();
+  void ForgetLoad();
   [[nodiscard]] std::function<void()> LoadOf(const std::string& address);
   /// Looks whether the program's step through the history has been made.
   void NoteStep();
-  /// Whether the engine has not yet come to the program's last load.
+  /// Whether the engine has not yet begun the program's last load.
   [[nodiscard]] bool AwaitsLoad() const;
   /// Whether a step of the program through the history leads there, and the engine has not asked about it.
   [[nodiscard]] bool StepsTo(const std::string& address) const;
@@ -113,6 +114,7 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   void LookWhereItStands();
   void ArrivedInPage(const std::string& url);
   void AskForArrival(const std::string& url);
+  void ForgetArrival();
   void ReportArrival(const std::string& url);
   void LeavePage();
   /// Whether a later load of the program is on its way, and this address is that of the one before.
@@ -146,10 +148,12 @@ class BrowserView final : public std::enable_shared_from_this<BrowserView>, priv
   std::shared_ptr<Presses> presses_;
   SignalConnections signals_;
 
-  std::string address_;                              // of the page that is shown
-  std::string asked_;                                // address of the program's last load
-  std::function<void()> load_;                       // begins it once more
-  const WebKitBackForwardListItem* step_ = nullptr;  // where it leads, if it is a step through the history
+  std::string address_;                                 // of the page that is shown
+  std::string asked_;                                   // address of the program's last load
+  std::function<void()> load_;                          // begins it once more
+  int handOvers_ = 0;                                   // how often a load of the program was begun
+  std::optional<NavigationDesk::AllowedLoad> decided_;  // the engine has asked about it and not started it
+  const WebKitBackForwardListItem* step_ = nullptr;     // where it leads, if it is a step through the history
   bool stepMade_ = false;
   guint64 toldPage_ = 0;  // the engine's number of the page that was told of it, new in each process
   std::string title_;     // of the page that is shown, as long as the engine does not tell it

@@ -31,17 +31,18 @@ void BrowserView::BeginLoad(const std::string& address, std::function<void()> lo
   if (view_ == nullptr) return;
   asked_ = address;
   overtakings_ = 0;
-  // The engine's questions were just dropped, and where the page stood no longer matters.
-  judgingArrival_ = false;
-  nextArrival_.reset();
+  ForgetArrival();  // the engine's questions were just dropped
+  decided_.reset();
   step_ = nullptr;
-  stepMade_ = false;
   load_ = std::move(load);
   HandOverLoad();
 }
 
 void BrowserView::HandOverLoad() {
+  ++handOvers_;
+  if (decided_) desk_.AwaitAgain(*std::exchange(decided_, std::nullopt));
   toldPage_ = webkit_web_view_get_page_id(view_);
+  stepMade_ = false;
   starting_ = true;
   ownPage_ = false;
   const auto load = load_;
@@ -54,6 +55,7 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
       if (completing_) CompleteLoad();
       ComeIntoWindow();
       starting_ = false;
+      decided_.reset();
       loading_ = true;
       committed_ = false;
       TellDownloadBegin();
@@ -72,7 +74,7 @@ void BrowserView::OnLoadChanged(WebKitLoadEvent event) {
 std::string BrowserView::CommittedAddress() const {
   const std::string told = EngineAddress();
   WebKitWebResource* page = webkit_web_view_get_main_resource(view_);
-  if (page == nullptr || ownPage_ || !desk_.AwaitedLoad()) return told;
+  if (page == nullptr || ownPage_ || !(desk_.AwaitedLoad() || decided_)) return told;
   const std::string loaded = Text(webkit_web_resource_get_uri(page));
   return loaded.empty() || WithoutFragment(loaded) == WithoutFragment(told) ? told : loaded;
 }
@@ -83,10 +85,9 @@ void BrowserView::LoadCommitted() {
   address_ = CommittedAddress();
   title_.clear();
   toldTitle_.clear();
-  judgingArrival_ = false;
-  nextArrival_.reset();
+  ForgetArrival();
   starting_ = AwaitsLoad() && ++overtakings_ <= kMostOvertakings;
-  if (!starting_) desk_.ForgetAllowedLoad();
+  if (!starting_) ForgetLoad();
   desk_.DropEngineQuestions();  // they came from the page that is gone
   resources_->Forget();
   Tell([&](WebBrowserEvents& events) { events.StatusTextChange("Opening page " + address_ + "..."); });
@@ -95,19 +96,29 @@ void BrowserView::LoadCommitted() {
   LoadLostAgain();
 }
 
+void BrowserView::ForgetArrival() {
+  judgingArrival_ = false;
+  nextArrival_.reset();
+}
+
+void BrowserView::ForgetLoad() {
+  desk_.ForgetAllowedLoad();
+  decided_.reset();
+}
+
 void BrowserView::NoteStep() {
   WebKitBackForwardList* list = webkit_web_view_get_back_forward_list(view_);
   stepMade_ = stepMade_ || (step_ != nullptr && webkit_back_forward_list_get_current_item(list) == step_);
 }
 
 bool BrowserView::AwaitsLoad() const {
-  // The engine asks about a load before its page comes: one that comes before was on its way already. But
-  // about a step inside the page it never asks; that one is over when it has been made.
-  return desk_.AwaitedLoad() && !stepMade_;
+  // The engine asks about a load and tells of its start before its page comes: one that comes before was on
+  // its way already. But about a step inside the page it never asks; that one is over when it has been made.
+  return decided_ || (desk_.AwaitedLoad() && !stepMade_);
 }
 
 void BrowserView::LoadLostAgain() {
-  if (view_ == nullptr || !starting_ || !desk_.AwaitedLoad()) return;
+  if (view_ == nullptr || !starting_ || !AwaitsLoad()) return;
   // If the page that came lives in another process than the one that was told of the load, that one is heard
   // no more.
   if (webkit_web_view_get_page_id(view_) != toldPage_) HandOverLoad();
@@ -167,16 +178,19 @@ gboolean BrowserView::OnLoadFailedWithTlsErrors(const char* address, GTlsCertifi
 
 void BrowserView::OnProcessTerminated(WebKitWebProcessTerminationReason /*reason*/) {
   const std::string address = address_;
+  ForgetArrival();
   desk_.DropEngineQuestions();
   resources_->Forget();
   page_.Renew();
   loading_ = false;
   completing_ = false;
   TellDownloadComplete();
-  Later([this, address] {
-    if (desk_.AwaitedLoad()) {
+  Later([this, address, handOvers = handOvers_] {
+    if (handOvers != handOvers_) return;  // a load of the program has begun since
+    if (AwaitsLoad() && ++overtakings_ <= kMostOvertakings) {
       HandOverLoad();  // whoever was told of it has gone
     } else {
+      ForgetLoad();
       ShowTrouble(WebPages::Trouble::Stopped, address);
     }
   });
@@ -194,8 +208,9 @@ void BrowserView::ShowTrouble(WebPages::Trouble trouble, const std::string& addr
 }
 
 void BrowserView::OnLoading(GParamSpec* /*property*/) {
-  if (webkit_web_view_is_loading(view_) != FALSE || !starting_) return;
-  starting_ = false;
+  if (webkit_web_view_is_loading(view_) != FALSE) return;
+  decided_.reset();
+  if (!std::exchange(starting_, false)) return;
   const std::string address = EngineAddress();
   if (!StepsTo(address)) {
     LookWhereItStands();

@@ -34,10 +34,13 @@ void BrowserView::Raise(const std::shared_ptr<Navigation>& navigation) {
 
 gboolean BrowserView::OnDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   switch (type) {
-    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION: {
+      const std::optional<NavigationDesk::AllowedLoad> awaited = desk_.AwaitedLoad();
       desk_.DecideNavigation(decision, webkit_navigation_policy_decision_get_navigation_action(
                                            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+      if (awaited && !desk_.AwaitedLoad()) decided_ = awaited;
       return TRUE;
+    }
     case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION: {
       WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
           WEBKIT_NAVIGATION_POLICY_DECISION(decision));

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/gtk/web/web_navigation.h"
@@ -50,6 +51,8 @@ class NavigationDesk {
   };
   /// The load that was allowed, if the engine has still to ask about it.
   [[nodiscard]] const std::optional<AllowedLoad>& AwaitedLoad() const { return allowed_; }
+  /// The engine will ask about this load, which was allowed, once more.
+  void AwaitAgain(AllowedLoad load) { allowed_ = std::move(load); }
   /// The engine asks no more about the load that was allowed.
   void ForgetAllowedLoad() { allowed_.reset(); }
   /// Drops what the engine has asked; loads of the program that are still being judged stay.
