@@ -21,6 +21,7 @@ constexpr char kReporterScript[] = R"js(
     window.addEventListener('load', clearUnload);
   };
   if (window === window.top) {
+    if (window.kivandraClearsUnload) clearUnloadForGood();
     window.kivandraClearUnload = clearUnloadForGood;
     return;
   }
@@ -73,8 +74,11 @@ class InnerFrame final : public PageFrame {
 }  // namespace
 
 void TopFrame::ClearUnloadHandler() {
-  webkit_web_view_evaluate_javascript(view_, "window.kivandraClearUnload()", -1, kOwnWorld, nullptr, nullptr,
-                                      nullptr, nullptr);
+  // A page is reported before anything of it is read: on a busy machine its first script may still be to
+  // come.
+  constexpr const char* kScript =
+      "window.kivandraClearsUnload = true; if (window.kivandraClearUnload) window.kivandraClearUnload();";
+  webkit_web_view_evaluate_javascript(view_, kScript, -1, kOwnWorld, nullptr, nullptr, nullptr, nullptr);
 }
 
 std::shared_ptr<HtmlDocument> TopFrame::Document() {
